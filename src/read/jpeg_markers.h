@@ -1,0 +1,46 @@
+// The marker segments of a JPEG file (ITU-T T.81, annex B): which there are, and where.
+#pragma once
+
+#include <cstdint>
+
+#include "read/read_context.h"
+#include "support/mfile.h"
+
+namespace tagmend {
+
+inline constexpr std::uint16_t marker_soi = 0xFFD8;
+inline constexpr std::uint16_t marker_sos = 0xFFDA;
+inline constexpr std::uint16_t marker_app0 = 0xFFE0;
+inline constexpr std::uint16_t marker_app1 = 0xFFE1;
+inline constexpr std::uint16_t marker_app2 = 0xFFE2;
+inline constexpr std::uint16_t marker_app5 = 0xFFE5;
+inline constexpr std::uint16_t marker_app13 = 0xFFED;
+
+/// FFC0 to FFCF without the three that are no frame headers.
+constexpr bool is_frame_header(std::uint16_t marker) {
+  return marker >= 0xFFC0 && marker <= 0xFFCF && marker != 0xFFC4 && marker != 0xFFC8 &&
+         marker != 0xFFCC;
+}
+
+/// Walks the segments up to the start of scan and records them and the image size in the context's
+/// ImageFile; hands APP13 and the first APP5 segment to the context's hooks.
+void scan_jpeg_markers(ReadContext& context, MFILE& file);
+
+/// What an APP2 segment holds.
+struct FpxrHeader {
+  std::int32_t stream = -1;      ///< stream index; -2 another Flashpix segment; -1 not Flashpix
+  std::uint32_t data_pos = 0;    ///< file offset of the chunk's data
+  std::uint32_t stream_pos = 0;  ///< offset of the chunk within its stream
+  std::uint32_t data_len = 0;
+};
+
+/// Reads the header of an APP2 segment on whose data the file stands. `length` is the segment's.
+FpxrHeader read_fpxr_header(MFILE& file, std::uint32_t length);
+
+/// Whether the data at a file offset is a RIFF file of form WAVE.
+bool has_wave_audio(MFILE& file, std::uint32_t offset, std::uint32_t length);
+
+/// Width and height of a JPEG's frame header; untouched when it cannot be reached.
+void read_frame_size(MFILE& file, std::uint32_t& width, std::uint32_t& height);
+
+}  // namespace tagmend

@@ -1,0 +1,57 @@
+// Maker notes: which camera maker's layout applies, where its IFD starts, from where its offsets count
+// and in which byte order it is stored.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "read/image_file.h"
+#include "support/byte_cursor.h"
+
+namespace tagmend {
+
+enum class MakerStructure : std::uint16_t {
+  value = 0,         ///< not an IFD: an ordinary field
+  shared_base = 1,   ///< offsets count from the base of the enclosing EXIF data
+  own_base = 2,      ///< offsets count from the maker note's start
+  tiff_header = 3,   ///< a TIFF header of its own stands behind the prefix
+};
+
+enum class MakerByteOrder : std::uint16_t { as_file = 0, big_endian = 1, little_endian = 2 };
+
+/// One layout; its row number is the maker-note kind.
+struct MakerDef {
+  std::uint32_t kind;
+  bool is_ifd;
+  MakerStructure structure;
+  MakerByteOrder byte_order;
+  std::uint16_t header_length;            ///< of the prefix: the IFD's offset from the start
+  std::array<std::uint8_t, 12> prefix;    ///< header_length of them count
+  const char* make;
+  const char* model;                      ///< empty matches any model
+};
+
+inline constexpr std::uint32_t maker_generic = 0;
+inline constexpr std::uint32_t maker_undetermined = 34;
+
+/// 35 layouts and the end row.
+extern const std::array<MakerDef, 36> maker_table;
+
+/// The layout of a maker-note kind; the generic one for a number out of range.
+const MakerDef& maker_def(std::uint32_t kind);
+
+/// Maker-note kind for a make (absent when the file has none) and a model: 0 when no row matches.
+std::uint32_t find_maker(std::optional<std::string_view> make, std::string_view model);
+
+/// Checks the first bytes of the maker note at `offset` against the layout and moves the choice where
+/// they belong to another. The cursor is a copy of the entry's.
+void recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& alternate,
+                          std::uint32_t& kind);
+
+/// Sets the cursor's base and byte order for the maker note at `offset` and returns the offset of its
+/// IFD from the new base.
+std::uint32_t enter_maker_note(ByteCursor& cursor, std::uint32_t offset, ImageFile& image);
+
+}  // namespace tagmend
