@@ -37,8 +37,8 @@ const ValueMapEntry* map_lookup(const ValueMapEntry* map, std::int32_t layout,
 const ValueMapBytesEntry* map_lookup_bytes(const ValueMapBytesEntry* map, std::int32_t layout,
                                            std::string_view text);
 
-/// The first entry for a stored value. Layout 0 takes only entries that hold for all layouts, 34 any
-/// entry, another layout its own entries and those for all.
+/// The first entry for a stored value. Layout 0 takes only entries that hold for all layouts, 34
+/// any entry, another layout its own entries and those for all.
 const ValueMapEntry* map_find_value(const ValueMapEntry* map, std::uint32_t layout,
                                     std::uint32_t value);
 const ValueMapBytesEntry* map_find_bytes(const ValueMapBytesEntry* map, std::uint32_t layout,

@@ -12,12 +12,12 @@ namespace tagmend {
 
 /// A complete APP13 segment, marker included, for one file.
 struct App13Result {
-  bool built = false;             ///< for the file in work
+  bool built = false;  ///< for the file in work
   std::array<std::uint8_t, 65537> bytes{};
-  std::uint32_t length = 0;       ///< of the segment with its marker
-  std::uint32_t blocks_pos = 0;   ///< of the first "8BIM" block in `bytes`
+  std::uint32_t length = 0;      ///< of the segment with its marker
+  std::uint32_t blocks_pos = 0;  ///< of the first "8BIM" block in `bytes`
   std::uint32_t blocks_len = 0;
-  std::uint32_t iptc_pos = 0;     ///< of the IPTC-NAA data in `bytes`
+  std::uint32_t iptc_pos = 0;  ///< of the IPTC-NAA data in `bytes`
   std::uint32_t iptc_len = 0;
 
   [[nodiscard]] std::span<const std::uint8_t> segment() const { return {bytes.data(), length}; }
@@ -29,9 +29,10 @@ struct App13Result {
   }
 };
 
-/// Builds the segment; values that no edit set are copied from the source file. The code of
-/// open_and_identify, text_too_short when the source no longer holds a value, or exif_too_long when
-/// the segment would not fit.
+/// Builds the segment; values that no edit set are copied from the source file. A store that was
+/// read empty builds nothing; one that edits have emptied builds a segment without blocks. The code
+/// of open_and_identify, text_too_short when the source no longer holds a value, or exif_too_long
+/// when the segment would not fit.
 ErrorCode build_app13(App13Result& result, const IptcStore& store, const char* source_name);
 
 }  // namespace tagmend

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "read/read_context.h"
+#include "support/error_code.h"
 #include "support/mfile.h"
 
 namespace tagmend {
@@ -21,6 +22,33 @@ constexpr bool is_frame_header(std::uint16_t marker) {
   return marker >= 0xFFC0 && marker <= 0xFFCF && marker != 0xFFC4 && marker != 0xFFC8 &&
          marker != 0xFFCC;
 }
+
+/// File offset of the first marker, behind the start-of-image marker.
+inline constexpr std::uint32_t first_marker_pos = 2;
+
+/// Reads the marker at the file's position, past fill bytes in front of it (T.81, B.1.1.2), and
+/// tells the file offset of its two bytes; the file then stands behind them. end_of_buffer.
+ErrorCode read_marker(MFILE& file, std::uint16_t& marker, std::int64_t& marker_pos);
+
+/// A segment of the walk from marker to marker.
+struct JpegSegment {
+  std::uint16_t marker = 0;
+  std::uint16_t length = 0;  ///< as stored: counts the length field itself
+  std::uint32_t pos = 0;     ///< file offset of the length field
+
+  /// Bytes behind the length field, on which the file stands when the segment has been read.
+  [[nodiscard]] std::uint32_t payload_length() const { return length > 2 ? length - 2U : 0; }
+};
+
+/// Steps from segment to segment, always forward. Each returns false at the start of scan, at the
+/// end of the file and where a damaged file has no end of segments.
+struct SegmentWalk {
+  MFILE& file;
+  JpegSegment segment;
+  std::uint32_t steps = 0;  ///< segments passed
+};
+bool first_segment(SegmentWalk& walk);
+bool next_segment(SegmentWalk& walk);
 
 /// Walks the segments up to the start of scan and records them and the image size in the context's
 /// ImageFile; hands APP13 and the first APP5 segment to the context's hooks.

@@ -9,14 +9,17 @@
 
 namespace tagmend {
 
-/// Places the cursor (over the first bytes of the file, file_type set, standing behind the signature)
-/// so that offset_base is the TIFF header, and gives the offset of the first IFD. ok, no_exif_data,
-/// tiff_tag_missing, seek_failed, read_failed or unknown_file_type. An Exif segment whose TIFF header
-/// is damaged marks the ImageFile incomplete.
+/// Places the cursor (over the first bytes of the file, file_type set, standing behind the
+/// signature) so that offset_base is the TIFF header, and gives the offset of the first IFD. ok,
+/// no_exif_data, tiff_tag_missing, seek_failed, read_failed or unknown_file_type. An Exif segment
+/// whose TIFF header is damaged marks the ImageFile incomplete.
 ErrorCode locate_tiff_header(ByteCursor& cursor, ImageFile& image, std::uint32_t& first_ifd);
 
-/// Reads the TIFF header (TIFF 6.0, section 2) on which the cursor stands: ok, unknown_byte_order or
-/// tiff_tag_missing (after a message).
+/// Reads the TIFF header (TIFF 6.0, section 2) on which the cursor stands: ok, unknown_byte_order
+/// or tiff_tag_missing (after a message).
 ErrorCode check_tiff_header(ByteCursor& cursor, ImageFile& image, std::uint32_t& first_ifd);
+
+/// Whether the byte-order word at the cursor's base is "MM"; anything else counts as "II".
+[[nodiscard]] bool base_is_big_endian(const ByteCursor& cursor);
 
 }  // namespace tagmend

@@ -14,8 +14,8 @@
 
 namespace tagmend {
 
-/// Checks that the dictionary holds every field that the writers use; ends the program (status 1) on
-/// the first that is missing.
+/// Checks that the dictionary holds every field that the writers use; ends the program (status 1)
+/// on the first that is missing.
 void init_writer_indexes();
 
 /// What apply_exif_edits works with.
@@ -33,11 +33,11 @@ ErrorCode apply_exif_edits(EditContext& context, EditList& edits);
 
 /// Where a new field goes.
 struct InsertPosition {
-  int position = -1;           ///< table place of the entry to follow; -1 before all, -2 nowhere
+  int position = -1;  ///< table place of the entry to follow; -1 before all, -2 nowhere
   std::uint16_t level = 0;
   std::uint32_t seq = 0;
-  IfdPlace ifd;                ///< of the entries that it joins
-  bool new_ifd = false;        ///< its IFD does not exist yet
+  IfdPlace ifd;          ///< of the entries that it joins
+  bool new_ifd = false;  ///< its IFD does not exist yet
 };
 inline constexpr int before_all = -1;
 inline constexpr int nowhere = -2;

@@ -12,14 +12,10 @@ namespace tagmend {
 /// Gives a file without any field the two that new EXIF data starts with.
 void init_minimal_exif(ImageFile& image);
 
-/// Whether the image data that the file's IFDs point at can be carried over: ok, or
-/// file_type_not_editable.
-ErrorCode check_image_data(const ImageFile& image);
-
 /// Writes the EXIF data of the table to the output: for a JPEG an APP1 segment at `position`, for a
-/// TIFF the file from `position` on. Unchanged values and image data are copied from the source. The
-/// output then stands behind what was written. exif_too_long, end_of_buffer (the source ends within
-/// a value), seek_failed, write_failed or fatal_internal.
+/// TIFF the file from `position` on. Unchanged values and image data are copied from the source.
+/// The output then stands behind what was written. exif_too_long, end_of_buffer (the source ends
+/// within a value), seek_failed, write_failed or fatal_internal.
 ErrorCode generate_exif(MFILE& source, MFILE& output, std::uint64_t position,
                         const ImageFile& image);
 

@@ -10,8 +10,8 @@
 namespace tagmend {
 
 /// Writes the edited file under a temporary name, keeps the original under a backup name and gives
-/// the new file its name; at every instant the name leads to the whole old or the whole new file. The
-/// names written are added to `created`. Codes of the readers and writers, or rename_failed.
+/// the new file its name; at every instant the name leads to the whole old or the whole new file.
+/// The names written are added to `created`. Codes of the readers and writers, or rename_failed.
 ErrorCode rewrite_file(const char* name, CreatedFileList* created, const ImageFile& image,
                        const RunOptions& options, const App13Result& app13,
                        bool metadata_incomplete);

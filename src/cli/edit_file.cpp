@@ -1,0 +1,82 @@
+#include "cli/edit_file.h"
+
+#include "cli/metadata_hooks.h"
+#include "iptc/apply_iptc_edits.h"
+#include "read/read_image_file.h"
+#include "write/apply_edits.h"
+#include "write/exif_generate.h"
+#include "write/image_data.h"
+#include "write/rewrite.h"
+
+namespace tagmend {
+namespace {
+
+/// Edits appended for an earlier file (sizes, version fields) are no edits of this one.
+void restore_edit_lists(Session& session) {
+  session.exif_edits.count = session.exif_edits.saved_count;
+  session.iptc_edits.count = session.iptc_edits.saved_count;
+}
+
+SubstitutionContext substitution_of(Session& session) {
+  return {.image = &session.image, .iptc = &session.iptc, .dataset_text = &iptc_dataset_text};
+}
+
+/// Brings the store and the new IPTC segment up to date.
+ErrorCode edit_iptc(const char* name, Session& session) {
+  const RunOptions& options = session.options;
+  IptcStore& store = session.iptc;
+  session.app13.built = false;  // what an earlier file left there is not this file's
+  if (!options.iptc_added && !(options.iptc_removed && store.count > 0)) {
+    return ErrorCode::ok;
+  }
+  apply_iptc_edits(store, session.iptc_edits, options.quote_char, substitution_of(session));
+  return build_app13(session.app13, store, name);
+}
+
+ErrorCode edit_exif(Session& session) {
+  EditContext context{.image = session.image,
+                      .iptc = session.iptc,
+                      .app13 = session.app13,
+                      .options = session.options,
+                      .substitution = substitution_of(session)};
+  return apply_exif_edits(context, session.exif_edits);
+}
+
+}  // namespace
+
+ErrorCode load_file(std::string_view directory, const char* name, Session& session) {
+  ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+  const ErrorCode code = read_image_file(context, directory, name, {}, false);
+  if (!file_type_info(session.image.file_type).editable) {
+    return ErrorCode::file_type_not_editable;
+  }
+  if (code == ErrorCode::not_a_jpeg || code == ErrorCode::unknown_file_type) {
+    return code;
+  }
+  if (code != ErrorCode::ok && code != ErrorCode::no_exif_data) {
+    session.image.incomplete = true;
+  }
+  return ErrorCode::ok;
+}
+
+ErrorCode edit_file(const char* name, CreatedFileList* created, Session& session) {
+  restore_edit_lists(session);
+  if (session.image.field_count == 0) {
+    init_minimal_exif(session.image);
+  }
+  ErrorCode code = edit_iptc(name, session);
+  if (code == ErrorCode::ok) {
+    code = edit_exif(session);
+  }
+  if (code == ErrorCode::ok && session.image.file_type == FileType::tiff &&
+      !can_carry_image_data(session.image)) {
+    code = ErrorCode::file_type_not_editable;
+  }
+  if (code != ErrorCode::ok) {
+    return code;
+  }
+  return rewrite_file(name, created, session.image, session.options, session.app13,
+                      session.image.incomplete || session.iptc.incomplete);
+}
+
+}  // namespace tagmend

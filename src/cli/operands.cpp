@@ -1,0 +1,101 @@
+#include "cli/operands.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <string>
+
+#include "cli/created_list.h"
+#include "cli/edit_file.h"
+#include "cli/paths.h"
+#include "cli/walk.h"
+#include "support/message.h"
+
+namespace tagmend {
+namespace {
+
+struct FreeText {
+  void operator()(char* text) const { std::free(text); }
+};
+
+/// The directory in which the run began. The descriptor leads back to it however long its path is
+/// and wherever it is moved; the path is for the message, and for systems that open no descriptor.
+struct StartDirectory {
+  int descriptor;
+  std::unique_ptr<char, FreeText> path;
+};
+
+StartDirectory record_start_directory() {
+  return {.descriptor = open(".", O_PATH | O_DIRECTORY | O_CLOEXEC),
+          .path = std::unique_ptr<char, FreeText>(getcwd(nullptr, 0))};
+}
+
+void return_to(const StartDirectory& start) {
+  const char* path = start.path == nullptr ? "." : start.path.get();
+  if ((start.descriptor == -1 ? chdir(path) : fchdir(start.descriptor)) != 0) {
+    print_error("Error: Can't open directory %s\n", path);
+  }
+}
+
+bool enter_directory(const char* name) {
+  if (chdir(name) == 0) {
+    return true;
+  }
+  print_error("Error: Can't open directory %s\n", name);
+  return false;
+}
+
+void edit_file_operand(const char* operand, CreatedFileList& created, Session& session) {
+  const SplitPath path = split_path(operand);
+  if (!path.directory.empty()) {
+    enter_directory(std::string(path.directory).c_str());
+  }
+  ErrorCode code = load_file(path.directory, path.name, session);
+  if (code == ErrorCode::not_a_jpeg || code == ErrorCode::unknown_file_type) {
+    return;
+  }
+  if (code == ErrorCode::ok) {
+    code = edit_file(path.name, &created, session);
+  }
+  if (code != ErrorCode::ok) {
+    print_error("Error: File %s: %s\n", operand, error_text(code));
+  }
+}
+
+void edit_operand(const char* operand, bool include_subdirs, CreatedFileList& created,
+                  Session& session) {
+  switch (classify_path(operand)) {
+    case PathKind::file:
+      edit_file_operand(operand, created, session);
+      break;
+    case PathKind::directory:
+    case PathKind::dot:
+    case PathKind::dot_dot:
+      if (enter_directory(operand)) {
+        walk_directory(operand, include_subdirs, session);
+      }
+      break;
+    case PathKind::unknown:
+      break;
+  }
+}
+
+}  // namespace
+
+void edit_operands(std::span<char* const> operands, bool include_subdirs, Session& session) {
+  const StartDirectory start = record_start_directory();
+  const CreatedList created = new_created_list();
+  for (const char* operand : operands) {
+    try {
+      edit_operand(operand, include_subdirs, *created, session);
+    } catch (const std::bad_alloc&) {
+      print_error("Error: File %s: %s\n", operand, error_text(ErrorCode::no_memory));
+    }
+    return_to(start);
+  }
+}
+
+}  // namespace tagmend

@@ -1,0 +1,238 @@
+#include "read/ifd_parser.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+#include "read/ifd_chain.h"
+#include "read/maker_note.h"
+#include "read/tiff_header.h"
+#include "support/message.h"
+
+namespace tagmend {
+namespace {
+
+constexpr std::uint32_t entry_length = 12;
+constexpr std::uint32_t count_length = 2;
+constexpr std::uint32_t next_offset_length = 4;
+
+// "[Ricoh Camera Info]" and a NUL stand in front of the IFD.
+constexpr std::uint32_t ricoh_header_length = 20;
+
+constexpr std::uint32_t embedded_first_ifd = 8;
+
+// Where the first IFD of the chain lies, from the cursor's base, which is set up for it.
+std::uint32_t enter_chain(IfdChain& chain, std::uint32_t offset, ImageFile& image) {
+  switch (chain.parent) {
+    case tag_maker_note: {
+      const MakerDef& def = maker_def(image.maker_note_kind);
+      if (def.structure == MakerStructure::tiff_header) {
+        // The header has to be at hand; where it is not, the seek to the IFD behind it tells.
+        (void)place_cursor(chain.cursor, offset, def.header_length + 2U, chain.ifd_buffer);
+      }
+      return enter_maker_note(chain.cursor, offset, image);
+    }
+    case tag_ricoh_info:
+      return offset <= std::numeric_limits<std::uint32_t>::max() - ricoh_header_length
+                 ? offset + ricoh_header_length
+                 : offset;
+    case root_embedded:
+      chain.cursor.big_endian = base_is_big_endian(chain.cursor);
+      chain.parent = root_main;
+      return embedded_first_ifd;
+    default:
+      return offset;
+  }
+}
+
+// Stands the cursor on the first entry of the IFD and gives the number of entries; none when the
+// IFD is out of reach or cannot be one.
+std::optional<std::uint16_t> begin_ifd(IfdChain& chain, std::uint32_t offset, ImageFile& image) {
+  ByteCursor& cursor = chain.cursor;
+  if (chain.level > max_ifd_level || image.ifd_count >= max_ifds ||
+      place_cursor(cursor, offset, count_length, chain.ifd_buffer) != ErrorCode::ok) {
+    trace(chain.level, "Pointer to next IFD (%d) out of bounds. IFD ignored.\n", offset);
+    return std::nullopt;
+  }
+  chain.kind = resolve_ifd_kind(chain.parent, chain.seq & 0xFFFF, image.maker_note_kind);
+  chain.place = {.id = image.ifd_count++,
+                 .parent = chain.parent,
+                 .source_base = cursor_base_pos(cursor),
+                 .big_endian = cursor.big_endian};
+  const std::uint16_t count = cursor_get_u16(cursor);
+  trace(chain.level, "IFD contains %d entries, parent=%x, seq=0x%x\n", count, chain.parent,
+        chain.seq);
+  if (count > max_ifd_entries) {
+    trace(chain.level, "Number of IFD entries (%d) exceed maximum sane value (%d). IFD ignored.\n",
+          count, max_ifd_entries);
+    return std::nullopt;
+  }
+  const std::uint32_t length = count_length + count * entry_length + next_offset_length;
+  if (!cursor.has(length - count_length) &&
+      place_cursor(cursor, offset, length, chain.ifd_buffer) == ErrorCode::ok) {
+    cursor_skip(cursor, count_length);
+  }
+  return count;
+}
+
+// The row that describes the entry. Two pointer tags are common numbers that other makers use for
+// values: they are pointers only in the IFDs of their own rows.
+std::uint16_t find_definition(IfdKind kind, std::uint32_t tag) {
+  const std::uint16_t def = find_field_by_tag(kind, tag, false);
+  const bool own_kind_only = tag == tag_nikon_thumbnail || tag == tag_ricoh_info;
+  return own_kind_only && field_table_defs[def].ifd_kind != kind ? 0 : def;
+}
+
+StoredEntry read_stored_entry(IfdChain& chain) {
+  ByteCursor& cursor = chain.cursor;
+  StoredEntry entry;
+  entry.tag = cursor_get_u16(cursor);
+  entry.type = cursor_get_u16(cursor);
+  entry.count = cursor_get_u32(cursor);
+  entry.def = find_definition(chain.kind, entry.tag);
+  entry.value = cursor;
+  entry.value.error_count = 0;
+  if (cursor.has(entry.raw.size())) {
+    std::copy_n(cursor.rest().begin(), entry.raw.size(), entry.raw.begin());
+  }
+  cursor_skip(cursor, inline_value_length);
+  return entry;
+}
+
+// A maker note of up to four bytes lies in the entry itself and is no IFD.
+bool is_pointer(const StoredEntry& entry, const ImageFile& image) {
+  return entry.row().is_offset ||
+         (entry.tag == tag_maker_note && entry.size() > inline_value_length &&
+          maker_def(image.maker_note_kind).is_ifd);
+}
+
+bool is_ifd_array(const StoredEntry& entry) {
+  return entry.count != 1 && entry.tag != tag_maker_note && entry.tag != tag_ricoh_info;
+}
+
+// Reads all IFDs of an array of offsets, whatever each returns, up to the limit for one file.
+ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& context) {
+  ImageFile& image = context.image;
+  ByteCursor& offsets = entry.value;
+  const std::uint32_t array_offset = cursor_get_u32(offsets);
+  trace_array(chain, entry, array_offset);
+  const std::uint32_t count = std::min<std::uint32_t>(entry.count, max_ifds);
+  ErrorCode result = place_cursor(offsets, array_offset, count * 4U, chain.array_buffer);
+  if (result != ErrorCode::ok) {
+    return result;
+  }
+  image.incomplete |= entry.count == 0 || entry.count > max_ifds;
+  const auto nested_level = static_cast<std::uint16_t>(chain.level + 1);
+  for (std::uint32_t i = 0; i < count && image.ifd_count < max_ifds; ++i) {
+    const std::uint32_t offset = cursor_get_u32(offsets);
+    if (offsets.error_count != 0) {
+      image.incomplete = true;
+      break;
+    }
+    trace(nested_level, "Entering IFD#%d in multi-IFD tag, offset %d\n", i, offset);
+    trace(nested_level, "Entering nested IFD, offset=%d\n", offset);
+    result =
+        parse_ifd(chain.cursor, offset, entry.tag, nested_level, i + (entry.count << 16), context);
+  }
+  return result;
+}
+
+// Reads the one IFD that the entry points at; nothing when a maker note turns out to be no IFD,
+// which leaves the entry an ordinary value.
+std::optional<ErrorCode> read_nested_ifd(IfdChain& chain, const StoredEntry& entry,
+                                         ReadContext& context) {
+  ImageFile& image = context.image;
+  ByteCursor cursor = entry.value;
+  const std::uint32_t offset = cursor_get_u32(cursor);
+  if (entry.tag == tag_maker_note) {
+    recognise_maker_note(cursor, offset, chain.maker_note_buffer, image.maker_note_kind);
+    if (!maker_def(image.maker_note_kind).is_ifd) {
+      return std::nullopt;
+    }
+  }
+  trace_pointer(chain, entry, offset);
+  const auto nested_level = static_cast<std::uint16_t>(chain.level + 1);
+  trace(nested_level, "Entering nested IFD, offset=%d\n", offset);
+  return parse_ifd(cursor, offset, entry.tag, nested_level, 0, context);
+}
+
+ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
+  StoredEntry entry = read_stored_entry(chain);
+  if (!is_stored_type(entry.type)) {
+    trace(chain.level, "Warning: (%s) Field 0x%.4x has unknown field data type %d, field ignored\n",
+          context.image.file_name.data(), entry.tag, entry.type);
+    ++chain.format_errors;
+    context.image.incomplete = true;
+    return ErrorCode::ok;
+  }
+  if (is_pointer(entry, context.image)) {
+    if (is_ifd_array(entry)) {
+      const ErrorCode result = read_ifd_array(chain, entry, context);
+      chain.cursor.error_count += entry.value.error_count;
+      return result;
+    }
+    if (const auto result = read_nested_ifd(chain, entry, context)) {
+      return *result;
+    }
+  }
+  return read_value(chain, entry, context);
+}
+
+// Reads the entries of an IFD up to the first that fails, or to too many format errors.
+ErrorCode read_entries(IfdChain& chain, std::uint16_t count, ReadContext& context) {
+  ErrorCode result = ErrorCode::ok;
+  for (std::uint16_t i = 0; i < count && result == ErrorCode::ok; ++i) {
+    if (chain.format_errors > max_format_errors) {
+      break;
+    }
+    result = read_entry(chain, context);
+  }
+  return result;
+}
+
+std::uint32_t all_errors(const IfdChain& chain) {
+  return chain.format_errors + chain.cursor.error_count;
+}
+
+ErrorCode read_chain(IfdChain& chain, std::uint32_t offset, ReadContext& context) {
+  ErrorCode result = ErrorCode::ok;
+  do {
+    const auto count = begin_ifd(chain, offset, context.image);
+    if (!count) {
+      ++chain.format_errors;
+      context.image.incomplete = true;
+      break;
+    }
+    result = read_entries(chain, *count, context);
+    if (result != ErrorCode::ok || all_errors(chain) > max_format_errors) {
+      break;
+    }
+    offset = cursor_get_u32(chain.cursor);
+    ++chain.seq;
+  } while (offset != 0 && all_errors(chain) <= max_format_errors);
+  return result;
+}
+
+}  // namespace
+
+ErrorCode parse_ifd(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
+                    std::uint16_t level, std::uint32_t seq, ReadContext& context) {
+  ImageFile& image = context.image;
+  cursor.error_count = 0;
+  IfdChain chain;
+  chain.cursor = cursor;
+  chain.parent = parent;
+  chain.level = level;
+  chain.seq = seq;
+  const std::uint32_t first = enter_chain(chain, offset, image);
+  const ErrorCode result = read_chain(chain, first, context);
+  if (all_errors(chain) > max_format_errors) {
+    print_error("Error: (%s) Too many format errors detected, EXIF data may be incomplete\n",
+                image.file_name.data());
+  }
+  image.incomplete |= result != ErrorCode::ok || chain.cursor.error_count != 0 ||
+                      all_errors(chain) > max_format_errors;
+  return result;
+}
+
+}  // namespace tagmend

@@ -1,0 +1,7 @@
+#include "support/settings.h"
+
+namespace tagmend {
+
+constinit LibrarySettings library_settings;
+
+}  // namespace tagmend

@@ -1,0 +1,36 @@
+// The shape of the IFDs in the flat field table: which entries make up an IFD, a chain of IFDs, and
+// the chains nested in them. All ranges are table indices; a nested chain lies where its pointer
+// entry falls.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "read/image_file.h"
+
+namespace tagmend {
+
+/// Entries begin to end - 1 of the table.
+struct TableRange {
+  std::size_t begin;
+  std::size_t end;
+};
+
+/// The chain of IFDs at `level` that begins with entry `begin`, with all that is nested in it. A
+/// level at which no entry stands before deeper ones is an IFD that lost all its own entries.
+TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std::uint16_t level);
+
+/// The first IFD of a chain, with all that is nested in it.
+TableRange first_ifd(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level);
+
+/// How many IFDs a chain has.
+std::uint32_t count_ifds(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level);
+
+/// How many entries an IFD gets: its own, and a pointer for each chain nested in it.
+std::uint32_t count_entries(std::span<const FieldEntry> table, TableRange ifd, std::uint16_t level);
+
+/// Tag of the pointer that leads to the IFDs of a chain at `level`.
+std::uint32_t pointer_tag(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level);
+
+}  // namespace tagmend

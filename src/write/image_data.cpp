@@ -1,0 +1,74 @@
+#include "write/image_data.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "support/byte_order.h"
+
+namespace tagmend {
+namespace {
+
+// Data of an obsolete kind whose tables and lists of free space cannot be moved (TIFF 6.0, section
+// 22 and FreeOffsets).
+constexpr bool is_immovable(std::uint32_t tag) {
+  return tag == 0x0207 || tag == 0x0208 || tag == 0x0209 || tag == 0x0120;
+}
+
+const FieldEntry* find_in_ifd(const ImageFile& image, const FieldEntry& place, std::uint32_t tag) {
+  for (const FieldEntry& entry : image.table()) {
+    if (entry.ifd.id == place.ifd.id && entry.tag == tag) return &entry;
+  }
+  return nullptr;
+}
+
+// Whether the partner of an offsets or lengths field stands beside it with the same count.
+bool has_partner(const ImageFile& image, const FieldEntry& entry, const ImageDataPair& pair) {
+  if (entry.tag == pair.offsets_tag) {
+    const FieldEntry* lengths = find_in_ifd(image, entry, pair.lengths_tag);
+    return lengths != nullptr && lengths->count == entry.count;
+  }
+  return true;
+}
+
+bool can_be_carried(const ImageFile& image, const FieldEntry& entry) {
+  if (is_immovable(entry.tag)) return false;
+  for (const ImageDataPair& pair : piece_pairs) {
+    if (!has_partner(image, entry, pair)) return false;
+  }
+  if (!has_partner(image, entry, jpeg_stream_pair)) return false;
+  const bool jpeg_field = entry.tag == jpeg_stream_pair.offsets_tag;
+  return !jpeg_field || entry.count == 1;
+}
+
+}  // namespace
+
+bool is_image_ifd(const FieldEntry& entry) {
+  return entry.level == 0 || entry.ifd.parent == tag_sub_ifd ||
+         entry.kind == IfdKind::nikon_thumbnail;
+}
+
+std::uint32_t entry_number(const FieldEntry& entry) {
+  const std::span<const std::uint8_t, 4> raw(entry.raw);
+  if (entry.count == 1) {
+    switch (static_cast<DataType>(entry.type)) {
+      case DataType::unsigned_short:
+      case DataType::signed_short:
+        return load_u16(raw.first<2>(), entry.ifd.big_endian);
+      case DataType::unsigned_long:
+      case DataType::signed_long:
+      case DataType::ifd_offset:
+        return load_u32(raw, entry.ifd.big_endian);
+      default:
+        break;
+    }
+  }
+  return static_cast<std::uint32_t>(std::strtoull(entry.text.data(), nullptr, 10));
+}
+
+bool can_carry_image_data(const ImageFile& image) {
+  return std::ranges::none_of(image.table(), [&](const FieldEntry& entry) {
+    return is_image_ifd(entry) && !can_be_carried(image, entry);
+  });
+}
+
+}  // namespace tagmend

@@ -1,0 +1,55 @@
+// The fields that a file without EXIF data starts with.
+#include <algorithm>
+#include <string_view>
+
+#include "support/text_buffer.h"
+#include "write/exif_generate.h"
+#include "write/writer_fields.h"
+
+namespace tagmend {
+namespace {
+
+constexpr std::string_view program_name = "Orvale V2.7.0";
+constexpr std::string_view exif_version = "0220";
+
+std::span<const std::uint8_t> bytes_of(std::string_view text) {
+  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+FieldEntry entry_for(std::uint16_t row, std::string_view text, const ImageFile& image) {
+  const FieldDef& def = field_table_defs[row];
+  FieldEntry entry;
+  entry.kind = def.ifd_kind;
+  entry.tag = def.tag;
+  entry.def = row;
+  entry.type = static_cast<std::uint16_t>(def.data_type);
+  entry.count = static_cast<std::uint32_t>(text.size());
+  entry.edited = true;
+  entry.ifd.source_base = image.tiff_header_pos;
+  entry.ifd.big_endian = image.big_endian;
+  copy_text(entry.name, def.description);
+  copy_text(entry.text, text);
+  return entry;
+}
+
+}  // namespace
+
+void init_minimal_exif(ImageFile& image) {
+  if (image.field_count != 0) return;
+  FieldEntry firmware = entry_for(writer_fields().firm_ver, program_name, image);
+  firmware.ifd.parent = root_main;
+  firmware.data = bytes_of(program_name);
+
+  FieldEntry version = entry_for(writer_fields().exif_ver, exif_version, image);
+  version.level = 1;
+  version.index = 1;
+  version.ifd.id = 1;
+  version.ifd.parent = tag_exif_ifd;
+  std::ranges::copy(bytes_of(exif_version), version.raw.begin());
+
+  image.ifd_count = 2;
+  static_cast<void>(append_field(image, firmware));
+  static_cast<void>(append_field(image, version));
+}
+
+}  // namespace tagmend

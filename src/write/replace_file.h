@@ -1,0 +1,31 @@
+// The moment in which the new file takes the name of the old one.
+#pragma once
+
+#include "read/image_file.h"
+#include "support/error_code.h"
+#include "support/file_names.h"
+
+namespace tagmend {
+
+/// The names that take part, all in the current directory.
+struct Replacement {
+  const char* name;          ///< of the file that is edited
+  SiblingName temp{};        ///< of the new file, complete and on stable storage
+  SiblingName backup{};      ///< wanted for the original; receives the name used
+  bool backup_made = false;  ///< the original stands under the backup name
+};
+
+/// Keeps the original under the backup name and lets the new file take its name: by a hard link and
+/// one rename, so that the name leads to a whole file at every instant; by two renames where the
+/// file system has no hard links. ok, rename_failed, or read_failed when the name no longer leads
+/// to the file that was read; each after a message, with the temporary file gone.
+ErrorCode replace_file(Replacement& files, const FileIdentity& identity);
+
+/// Removes the backup, once the new file's name is on stable storage; keeps it when that can't be
+/// had. Returns whether it is gone.
+[[nodiscard]] bool remove_backup(const char* backup);
+
+/// The backup name of a file; a name that does not fit ends the program (status 1).
+SiblingName make_backup_name(const char* name);
+
+}  // namespace tagmend

@@ -1,0 +1,121 @@
+#include "write/rewrite.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "read/file_type.h"
+#include "read/jpeg_markers.h"
+#include "support/file_primitives.h"
+#include "support/message.h"
+#include "write/exif_generate.h"
+#include "write/file_attributes.h"
+#include "write/jpeg_rewrite.h"
+#include "write/replace_file.h"
+#include "write/temp_file.h"
+
+namespace tagmend {
+namespace {
+
+/// What a rewrite works with.
+struct RewriteJob {
+  const ImageFile& image;
+  const RunOptions& options;
+  const App13Result& app13;
+  bool unread_metadata;  ///< the new file may lack something that the original holds
+};
+
+ErrorCode open_original(const char* name, FileType& type, MFileHandle& input) {
+  const ErrorCode result = open_and_identify(name, "rb", type, input);
+  if (result != ErrorCode::ok)
+    print_error("Error openning file %s: %s\n", name, error_text(result));
+  return result;
+}
+
+ErrorCode create_output(FileType type, SiblingName& temp, MFileHandle& output) {
+  ErrorCode result = create_temp_file(temp, output);
+  if (result == ErrorCode::ok && type == FileType::jpeg) {
+    result = write_u16(*output, marker_soi, true);
+  }
+  if (result != ErrorCode::ok) {
+    print_error("Error: Can't create destination file %s: %s\n", temp.data(), error_text(result));
+  }
+  return result;
+}
+
+ErrorCode write_new_file(MFILE& input, MFILE& output, RewriteJob& job) {
+  if (job.image.file_type != FileType::jpeg) return generate_exif(input, output, 0, job.image);
+  JpegRewrite rewrite{.input = input,
+                      .output = output,
+                      .image = job.image,
+                      .options = job.options,
+                      .app13 = job.app13};
+  const ErrorCode result = rewrite_jpeg(rewrite);
+  job.unread_metadata |= rewrite.dropped_unread;
+  return result;
+}
+
+// Everything must have arrived on stable storage before the new file may take the name: after a
+// power failure the name leads to the old content or to the new, never to an empty file.
+ErrorCode finish_output(const MFILE& input, MFileHandle& output) {
+  copy_attributes(mfdescriptor(input), mfdescriptor(*output));
+  const bool stored = mfflush(*output) == 0 && fsync(mfdescriptor(*output)) == 0;
+  const int error = errno;
+  const bool closed = mfclose(output.release()) == 0;
+  if (stored && closed) return ErrorCode::ok;
+  print_error("Error: Can't write to file: %s\n", std::strerror(stored ? errno : error));
+  return ErrorCode::write_failed;
+}
+
+// The temporary file, complete; on failure it is gone.
+ErrorCode make_new_file(const char* name, CreatedFileList* created, RewriteJob& job,
+                        SiblingName& temp) {
+  FileType type = FileType::unknown;
+  MFileHandle input;
+  ErrorCode result = open_original(name, type, input);
+  if (result != ErrorCode::ok) return result;
+  if (created != nullptr) created_list_add(*created, name);
+  MFileHandle output;
+  result = create_output(type, temp, output);
+  if (result == ErrorCode::ok) result = write_new_file(*input, *output, job);
+  if (result == ErrorCode::ok) result = finish_output(*input, output);
+  if (result != ErrorCode::ok) discard_temp_file();
+  return result;
+}
+
+void note_backup(CreatedFileList* created, const SiblingName& backup) {
+  if (created != nullptr) created_list_add(*created, backup.data());
+}
+
+// What becomes of the backup once the new file has its name.
+void settle_backup(const char* name, CreatedFileList* created, const RewriteJob& job,
+                   const SiblingName& backup) {
+  if (!job.options.keep_backup && !job.unread_metadata && remove_backup(backup.data())) return;
+  if (!job.options.keep_backup && job.unread_metadata) {
+    print_warning("Warning: File %s: some metadata could not be read, original kept as '%s'\n",
+                  name, backup.data());
+  }
+  note_backup(created, backup);
+}
+
+}  // namespace
+
+ErrorCode rewrite_file(const char* name, CreatedFileList* created, const ImageFile& image,
+                       const RunOptions& options, const App13Result& app13,
+                       bool metadata_incomplete) {
+  RewriteJob job{image, options, app13, metadata_incomplete};
+  Replacement files{.name = name};
+  files.backup = make_backup_name(name);
+  ErrorCode result = make_new_file(name, created, job, files.temp);
+  if (result != ErrorCode::ok) return result;
+  result = replace_file(files, image.identity);
+  if (result == ErrorCode::ok) {
+    settle_backup(name, created, job, files.backup);
+  } else if (files.backup_made) {
+    note_backup(created, files.backup);
+  }
+  return result;
+}
+
+}  // namespace tagmend

@@ -1,0 +1,523 @@
+// Builds test images byte for byte from plain descriptions, so that a test states what a file holds
+// and never copies bytes from the program. TIFF data comes in two layouts: the one that the writer
+// produces (what a test expects), and a scattered one (what a test starts from) that has the values
+// before their IFDs, chains last to first and junk between, so that nothing can pass by being left
+// where it was.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tagmend::test {
+
+using Bytes = std::vector<std::uint8_t>;
+using Numbers = std::vector<std::uint32_t>;
+
+inline Bytes bytes_of(std::string_view text) { return {text.begin(), text.end()}; }
+
+inline Bytes joined(std::initializer_list<Bytes> parts) {
+  Bytes all;
+  for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+/// `size` bytes that differ from each other and from one `seed` to the next.
+inline Bytes noise(std::size_t size, std::uint32_t seed) {
+  Bytes bytes(size);
+  for (std::uint8_t& byte : bytes) {
+    seed = seed * 1664525U + 1013904223U;
+    byte = static_cast<std::uint8_t>(seed >> 24U);
+  }
+  return bytes;
+}
+
+/// Writes `size` low bytes of `value` at `at`, growing `out` with zero bytes as needed.
+inline void put(Bytes& out, std::size_t at, std::uint32_t value, std::size_t size,
+                bool big_endian) {
+  if (out.size() < at + size) out.resize(at + size);
+  for (std::size_t i = 0; i < size; ++i) {
+    const std::size_t shift = 8 * (big_endian ? size - 1 - i : i);
+    out[at + i] = static_cast<std::uint8_t>(value >> shift);
+  }
+}
+
+inline void put(Bytes& out, std::size_t at, const Bytes& bytes) {
+  if (out.size() < at + bytes.size()) out.resize(at + bytes.size());
+  for (std::size_t i = 0; i < bytes.size(); ++i) out[at + i] = bytes[i];
+}
+
+inline Bytes big16(std::uint32_t value) {
+  Bytes out;
+  put(out, 0, value, 2, true);
+  return out;
+}
+
+inline Bytes big32(std::uint32_t value) {
+  Bytes out;
+  put(out, 0, value, 4, true);
+  return out;
+}
+
+// ---- IFD trees (TIFF 6.0, section 2) ----
+
+/// The field types of TIFF 6.0 that the tests use.
+enum Type : std::uint16_t {
+  kByte = 1,
+  kAscii = 2,
+  kShort = 3,
+  kLong = 4,
+  kRational = 5,
+  kUndefined = 7,
+  kSignedShort = 8,
+  kSignedLong = 9,
+  kSignedRational = 10,
+};
+
+struct Ifd;
+
+/// One field. The serialisers fill in the numbers of entries that locate an IFD or an image.
+struct Entry {
+  std::uint16_t tag = 0;
+  std::uint16_t type = 0;
+  Numbers numbers;          ///< one a byte, SHORT or LONG, two a rational
+  std::vector<Ifd> nested;  ///< the IFD that a pointer leads to, or the members of an array
+};
+
+/// From where the offsets inside a nested IFD count.
+enum class Base {
+  parent,  ///< like those of the IFD around it
+  start,   ///< from the first byte of the block's header
+  inner,   ///< from a TIFF header of its own that follows the block's header
+};
+
+struct Ifd {
+  std::vector<Entry> entries;
+  Bytes thumbnail;            ///< located by the tags 0x0201 and 0x0202
+  std::vector<Bytes> images;  ///< strips (0x0111, 0x0117) or tiles (0x0144, 0x0145)
+  Bytes header;               ///< bytes in front of the IFD (maker notes)
+  Base base = Base::parent;
+  bool own_order = false;  ///< the byte order is `big_endian`, not that of the IFD around
+  bool big_endian = false;
+};
+
+inline Entry text(std::uint16_t tag, std::string_view value) {
+  Entry entry{tag, kAscii, Numbers(value.begin(), value.end()), {}};
+  entry.numbers.push_back(0);
+  return entry;
+}
+inline Entry shorts(std::uint16_t tag, Numbers values) {
+  return {tag, kShort, std::move(values), {}};
+}
+inline Entry longs(std::uint16_t tag, Numbers values) {
+  return {tag, kLong, std::move(values), {}};
+}
+inline Entry rationals(std::uint16_t tag, Numbers values) {
+  return {tag, kRational, std::move(values), {}};
+}
+inline Entry octets(std::uint16_t tag, Type type, std::string_view value) {
+  Entry entry{tag, type, {}, {}};
+  for (const char c : value) entry.numbers.push_back(static_cast<std::uint8_t>(c));
+  return entry;
+}
+inline Entry octets(std::uint16_t tag, Type type, const Bytes& value) {
+  return {tag, type, Numbers(value.begin(), value.end()), {}};
+}
+inline Ifd ifd_of(std::vector<Entry> entries) {
+  Ifd ifd;
+  ifd.entries = std::move(entries);
+  return ifd;
+}
+/// A pointer to an array of IFDs, or to a single one.
+inline Entry pointer(std::uint16_t tag, std::vector<Ifd> nested) {
+  return {tag, kLong, {}, std::move(nested)};
+}
+inline Entry pointer(std::uint16_t tag, std::vector<Entry> entries) {
+  return {tag, kLong, {}, {ifd_of(std::move(entries))}};
+}
+/// A maker note that is itself an IFD.
+inline Entry maker_note(Ifd ifd) { return {0x927C, kUndefined, {}, {std::move(ifd)}}; }
+/// The offsets or sizes of the IFD's own image data; the serialiser knows the numbers.
+inline Entry image_locator(std::uint16_t tag, Type type) { return {tag, type, {}, {}}; }
+
+inline Entry* find(Ifd& ifd, std::uint16_t tag) {
+  for (Entry& entry : ifd.entries) {
+    if (entry.tag == tag) return &entry;
+  }
+  return nullptr;
+}
+
+/// The first IFD behind the pointer `tag` of `ifd`.
+inline Ifd& nested(Ifd& ifd, std::uint16_t tag) { return find(ifd, tag)->nested.at(0); }
+
+/// Replaces the entry of the same tag or inserts in ascending order of tags.
+inline void set(Ifd& ifd, Entry entry) {
+  if (Entry* const old = find(ifd, entry.tag)) {
+    *old = std::move(entry);
+    return;
+  }
+  auto place = ifd.entries.begin();
+  while (place != ifd.entries.end() && place->tag < entry.tag) ++place;
+  ifd.entries.insert(place, std::move(entry));
+}
+
+inline void drop(Ifd& ifd, std::uint16_t tag) {
+  std::erase_if(ifd.entries, [tag](const Entry& entry) { return entry.tag == tag; });
+}
+
+namespace layout {
+
+inline std::size_t type_size(std::uint16_t type) {
+  switch (type) {
+    case kShort:
+    case kSignedShort:
+      return 2;
+    case kLong:
+    case kSignedLong:
+      return 4;
+    case kRational:
+    case kSignedRational:
+      return 8;
+    default:
+      return 1;
+  }
+}
+
+inline std::size_t number_size(std::uint16_t type) {
+  const std::size_t size = type_size(type);
+  return size == 8 ? 4 : size;
+}
+
+inline Bytes value_bytes(const Entry& entry, bool big_endian) {
+  Bytes out;
+  const std::size_t size = number_size(entry.type);
+  for (const std::uint32_t number : entry.numbers) put(out, out.size(), number, size, big_endian);
+  return out;
+}
+
+inline bool locates_thumbnail(const Ifd& ifd, const Entry& entry) {
+  return !ifd.thumbnail.empty() && (entry.tag == 0x0201 || entry.tag == 0x0202);
+}
+inline bool holds_image_offsets(const Ifd& ifd, const Entry& entry) {
+  return !ifd.images.empty() && (entry.tag == 0x0111 || entry.tag == 0x0144);
+}
+inline bool holds_image_sizes(const Ifd& ifd, const Entry& entry) {
+  return !ifd.images.empty() && (entry.tag == 0x0117 || entry.tag == 0x0145);
+}
+
+/// A value with the numbers that only the serialiser knows: sizes now, offsets later.
+inline Entry completed(const Ifd& ifd, const Entry& entry) {
+  Entry out = entry;
+  if (locates_thumbnail(ifd, entry)) {
+    out.numbers = {entry.tag == 0x0202 ? static_cast<std::uint32_t>(ifd.thumbnail.size()) : 0};
+  } else if (holds_image_offsets(ifd, entry)) {
+    out.numbers.assign(ifd.images.size(), 0);
+  } else if (holds_image_sizes(ifd, entry)) {
+    out.numbers.clear();
+    for (const Bytes& image : ifd.images) {
+      out.numbers.push_back(static_cast<std::uint32_t>(image.size()));
+    }
+  }
+  return out;
+}
+
+struct Place {
+  Bytes* out;
+  std::size_t base;  ///< position from which offsets count
+  bool big_endian;
+
+  void put_offset(std::size_t at, std::size_t target) const {
+    put(*out, at, static_cast<std::uint32_t>(target - base), 4, big_endian);
+  }
+};
+
+inline std::size_t even(std::size_t position) { return position + position % 2; }
+
+inline std::size_t table_size(const Ifd& ifd) { return 2 + 12 * ifd.entries.size() + 4; }
+
+/// Tag, type and count of the entry at `at`.
+inline void put_entry_head(const Place& place, std::size_t at, const Entry& entry,
+                           std::size_t count) {
+  put(*place.out, at, entry.tag, 2, place.big_endian);
+  put(*place.out, at + 2, entry.type, 2, place.big_endian);
+  put(*place.out, at + 4, static_cast<std::uint32_t>(count), 4, place.big_endian);
+}
+
+/// Places the header of a nested block at `at` and gives the place of its IFD's contents and, in
+/// `at`, the position of its entry count.
+inline Place enter_block(const Place& around, const Ifd& ifd, std::size_t& at) {
+  Place inside = around;
+  if (ifd.own_order) inside.big_endian = ifd.big_endian;
+  if (ifd.base == Base::start) inside.base = at;
+  put(*around.out, at, ifd.header);
+  at += ifd.header.size();
+  if (ifd.base == Base::inner) {
+    inside.base = at;
+    put(*around.out, at, bytes_of(inside.big_endian ? "MM" : "II"));
+    put(*around.out, at + 2, 42, 2, inside.big_endian);
+    put(*around.out, at + 4, 8, 4, inside.big_endian);
+    at += 8;
+  }
+  return inside;
+}
+
+inline std::size_t write_ifd(const Place& around, const Ifd& ifd, std::size_t at);
+
+/// Writes what a pointer leads to at `data` and the pointer at `at`; returns the new data end.
+inline std::size_t write_nested(const Place& place, const Entry& entry, std::size_t at,
+                                std::size_t data) {
+  const std::size_t count = entry.nested.size();
+  const std::size_t start = data;
+  if (count > 1) data += 4 * count;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (count > 1) place.put_offset(start + 4 * i, data);
+    data = write_ifd(place, entry.nested[i], data);
+  }
+  put_entry_head(place, at, entry, entry.type == kUndefined ? data - start : count);
+  place.put_offset(at + 8, start);
+  return data;
+}
+
+/// Writes an IFD as the writer lays it out and returns the data end: the table, the values in entry
+/// order with nested IFDs among them, then the thumbnail and the strips; everything at even
+/// offsets.
+inline std::size_t write_ifd(const Place& around, const Ifd& ifd, std::size_t at) {
+  Bytes& out = *around.out;
+  const Place place = enter_block(around, ifd, at);
+  const bool big = place.big_endian;
+  put(out, at, static_cast<std::uint32_t>(ifd.entries.size()), 2, big);
+  std::size_t data = even(at + table_size(ifd));
+  put(out, data, Bytes());
+  std::size_t offsets_at = 0;
+  std::size_t offset_size = 0;
+  std::size_t thumbnail_at = 0;
+  std::size_t entry_at = at + 2;
+  for (const Entry& raw_entry : ifd.entries) {
+    const Entry entry = completed(ifd, raw_entry);
+    if (!entry.nested.empty()) {
+      data = write_nested(place, entry, entry_at, data);
+    } else {
+      const Bytes value = value_bytes(entry, big);
+      put_entry_head(place, entry_at, entry, value.size() / type_size(entry.type));
+      const bool inside = value.size() <= 4;
+      put(out, entry_at + 8, Bytes(4));
+      if (!inside) place.put_offset(entry_at + 8, data);
+      const std::size_t value_at = inside ? entry_at + 8 : data;
+      put(out, value_at, value);
+      if (holds_image_offsets(ifd, entry)) {
+        offsets_at = value_at;
+        offset_size = type_size(entry.type);
+      }
+      if (entry.tag == 0x0201 && locates_thumbnail(ifd, entry)) thumbnail_at = value_at;
+      if (!inside) data = even(data + value.size());
+    }
+    entry_at += 12;
+  }
+  put(out, entry_at, 0, 4, big);
+  if (thumbnail_at != 0) {
+    place.put_offset(thumbnail_at, data);
+    put(out, data, ifd.thumbnail);
+    data = even(data + ifd.thumbnail.size());
+  }
+  for (std::size_t i = 0; i < ifd.images.size(); ++i) {
+    const auto offset = static_cast<std::uint32_t>(data - place.base);
+    put(out, offsets_at + i * offset_size, offset, offset_size, big);
+    put(out, data, ifd.images[i]);
+    data = even(data + ifd.images[i].size());
+  }
+  if (out.size() < data) out.resize(data);
+  return data;
+}
+
+inline std::size_t scatter_ifd(const Place& place, const Ifd& ifd, std::size_t next);
+
+inline std::size_t append_after_junk(Bytes& out, const Bytes& bytes) {
+  out.resize(even(out.size()), 0xA5);
+  out.insert(out.end(), {0xA5, 0x5A});
+  const std::size_t at = out.size();
+  out.insert(out.end(), bytes.begin(), bytes.end());
+  return at;
+}
+
+/// Appends a nested IFD. Blocks with a base of their own are contiguous; others are scattered.
+inline std::size_t scatter_nested(const Place& place, const Ifd& ifd, std::size_t& length) {
+  if (ifd.base == Base::parent) {
+    const std::size_t at = scatter_ifd(place, ifd, 0);
+    length = place.out->size() - at;
+    return at;
+  }
+  const std::size_t at = append_after_junk(*place.out, {});
+  length = write_ifd(place, ifd, at) - at;
+  return at;
+}
+
+/// Appends everything that `ifd` refers to, last entry first, then its table; returns the position
+/// of its header (or, without one, of its table). `next` is the position of the next IFD, or 0.
+inline std::size_t scatter_ifd(const Place& around, const Ifd& ifd, std::size_t next) {
+  Place place = around;
+  if (ifd.own_order) place.big_endian = ifd.big_endian;
+  Bytes& out = *place.out;
+  const bool big = place.big_endian;
+  Numbers image_offsets;
+  for (const Bytes& image : ifd.images) {
+    image_offsets.push_back(static_cast<std::uint32_t>(append_after_junk(out, image) - place.base));
+  }
+  Bytes table;
+  put(table, 0, static_cast<std::uint32_t>(ifd.entries.size()), 2, big);
+  const Place in_table{&table, place.base, big};
+  for (std::size_t i = ifd.entries.size(); i-- > 0;) {
+    const std::size_t at = 2 + 12 * i;
+    Entry entry = completed(ifd, ifd.entries[i]);
+    if (holds_image_offsets(ifd, entry)) entry.numbers = image_offsets;
+    if (entry.tag == 0x0201 && locates_thumbnail(ifd, entry)) {
+      entry.numbers = {
+          static_cast<std::uint32_t>(append_after_junk(out, ifd.thumbnail) - place.base)};
+    }
+    if (!entry.nested.empty()) {
+      Numbers offsets;
+      std::size_t length = 0;
+      for (const Ifd& member : entry.nested) {
+        offsets.push_back(
+            static_cast<std::uint32_t>(scatter_nested(place, member, length) - place.base));
+      }
+      if (entry.type == kUndefined) {
+        put_entry_head(in_table, at, entry, length);
+        put(table, at + 8, offsets[0], 4, big);
+        continue;
+      }
+      entry.numbers = offsets;
+    }
+    const Bytes value = value_bytes(entry, big);
+    put_entry_head(in_table, at, entry, value.size() / type_size(entry.type));
+    put(table, at + 8, Bytes(4));
+    if (value.size() <= 4) {
+      put(table, at + 8, value);
+    } else {
+      in_table.put_offset(at + 8, append_after_junk(out, value));
+    }
+  }
+  put(table, 2 + 12 * ifd.entries.size(), 0, 4, big);
+  if (next != 0) in_table.put_offset(table.size() - 4, next);
+  return append_after_junk(out, joined({ifd.header, table}));
+}
+
+inline Bytes tiff_header(bool big_endian) {
+  Bytes out = bytes_of(big_endian ? "MM" : "II");
+  put(out, 2, 42, 2, big_endian);
+  put(out, 4, 8, 4, big_endian);
+  return out;
+}
+
+}  // namespace layout
+
+/// TIFF data in the layout that the writer produces.
+inline Bytes written_tiff(bool big_endian, const std::vector<Ifd>& chain) {
+  Bytes out = layout::tiff_header(big_endian);
+  const layout::Place place{&out, 0, big_endian};
+  std::size_t at = 8;
+  std::size_t link = 0;
+  for (const Ifd& ifd : chain) {
+    if (link != 0) place.put_offset(link, at);
+    const std::size_t next = layout::write_ifd(place, ifd, at);
+    link = at + layout::table_size(ifd) - 4;
+    at = next;
+  }
+  return out;
+}
+
+/// The same content in the scattered layout of a source file.
+inline Bytes scattered_tiff(bool big_endian, const std::vector<Ifd>& chain) {
+  Bytes out = layout::tiff_header(big_endian);
+  const layout::Place place{&out, 0, big_endian};
+  std::size_t next = 0;
+  for (std::size_t i = chain.size(); i-- > 0;) next = layout::scatter_ifd(place, chain[i], next);
+  place.put_offset(4, next);
+  return out;
+}
+
+// ---- JPEG (ITU-T T.81, annex B) ----
+
+inline Bytes segment(std::uint8_t marker, const Bytes& payload) {
+  const auto length = static_cast<std::uint32_t>(payload.size() + 2);
+  return joined({{0xFF, marker}, big16(length), payload});
+}
+
+/// Compressed data with the byte stuffing and restart markers of a real scan, and bytes after the
+/// end-of-image marker that some cameras leave there.
+inline Bytes scan_and_trailer() {
+  return joined({segment(0xDA, {1, 1, 0, 0, 63, 0}),
+                 {0x12, 0xFF, 0x00, 0x34, 0xFF, 0xD0},
+                 noise(75, 3),
+                 {0xFF, 0xD9},
+                 bytes_of("after the image")});
+}
+
+/// Start of image, the segments, and the scan.
+inline Bytes jpeg(std::initializer_list<Bytes> segments) {
+  return joined({{0xFF, 0xD8}, joined(segments), scan_and_trailer()});
+}
+
+inline Bytes app0_jfif() {
+  return segment(0xE0, joined({bytes_of("JFIF"), {0, 1, 1, 1, 0, 72, 0, 72, 0, 0}}));
+}
+inline Bytes app1_exif(const Bytes& tiff) {
+  return segment(0xE1, joined({bytes_of("Exif"), {0, 0}, tiff}));
+}
+inline Bytes app1_xmp() {
+  return segment(0xE1,
+                 joined({bytes_of("http://ns.adobe.com/xap/1.0/"), {0}, bytes_of("<x:xmpmeta/>")}));
+}
+inline Bytes app2_icc() {
+  return segment(0xE2, joined({bytes_of("ICC_PROFILE"), {0, 1, 1}, noise(61, 2)}));
+}
+/// A Flashpix extension segment with stream data.
+inline Bytes app2_flashpix(std::uint8_t stream) {
+  return segment(0xE2,
+                 joined({bytes_of("FPXR"), {0, 0, 2, 0, stream, 0, 0, 0, 5}, noise(33, stream)}));
+}
+inline Bytes app14_adobe() {
+  return segment(0xEE, joined({bytes_of("Adobe"), {0, 100, 0, 0, 0, 0, 1}}));
+}
+inline Bytes comment(std::string_view value) { return segment(0xFE, bytes_of(value)); }
+inline Bytes quantisation_table() { return segment(0xDB, joined({{0}, noise(64, 5)})); }
+inline Bytes frame_header(std::uint32_t width, std::uint32_t height) {
+  return segment(0xC0, joined({{8}, big16(height), big16(width), {1, 1, 0x11, 0}}));
+}
+/// What every JPEG here ends its headers with.
+inline Bytes picture() { return joined({quantisation_table(), frame_header(1234, 567)}); }
+
+/// A source segment with scattered TIFF data.
+inline Bytes source_exif(bool big_endian, const std::vector<Ifd>& chain) {
+  return app1_exif(scattered_tiff(big_endian, chain));
+}
+/// The segment that the writer makes: its data and two closing zero bytes.
+inline Bytes written_exif(bool big_endian, const std::vector<Ifd>& chain) {
+  return app1_exif(joined({written_tiff(big_endian, chain), {0, 0}}));
+}
+
+// ---- IPTC in Photoshop resources (IPTC IIM 4) ----
+
+/// An image resource block; name and data are padded to an even length.
+inline Bytes resource(std::uint16_t number, std::string_view name, const Bytes& data) {
+  Bytes out = joined(
+      {bytes_of("8BIM"), big16(number), {static_cast<std::uint8_t>(name.size())}, bytes_of(name)});
+  out.resize(layout::even(out.size()));
+  out = joined({out, big32(static_cast<std::uint32_t>(data.size())), data});
+  out.resize(layout::even(out.size()));
+  return out;
+}
+inline Bytes dataset(std::uint8_t record, std::uint8_t number, const Bytes& value) {
+  return joined({{0x1C, record, number}, big16(static_cast<std::uint32_t>(value.size())), value});
+}
+inline Bytes dataset(std::uint8_t record, std::uint8_t number, std::string_view value) {
+  return dataset(record, number, bytes_of(value));
+}
+inline Bytes app13_photoshop(std::initializer_list<Bytes> resources) {
+  return segment(0xED, joined({bytes_of("Photoshop 3.0"), {0}, joined(resources)}));
+}
+
+}  // namespace tagmend::test

@@ -1,0 +1,230 @@
+// Runs the built program in a fresh directory and shows what it left there, so that a test states
+// the whole outcome: exit status, both streams, and every byte of every file.
+#pragma once
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/image_builder.h"
+
+namespace tagmend::test {
+
+/// Path below the directory → content. An empty directory ends in "/" and holds nothing; a symbolic
+/// link holds "-> " and its target.
+using Files = std::map<std::string, Bytes>;
+using Words = std::vector<std::string>;
+
+struct RunSettings {
+  std::string directory = {};              ///< start directory below the sandbox
+  std::string input = {};                  ///< standard input
+  Words environment = {};                  ///< NAME=value, beside a minimal environment
+  bool merged = false;                     ///< both streams into one file, shown as `out`
+  bool as_nobody = false;                  ///< without the rights of root
+  std::function<void()> before_exec = {};  ///< called in the child
+};
+
+struct Outcome {
+  int status = -1;  ///< exit status, or minus the signal that ended the program
+  std::string out;
+  std::string err;
+  pid_t pid = 0;
+};
+
+class Sandbox {
+ public:
+  Sandbox() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "tagmend-XXXXXX").string();
+    root_ = ::mkdtemp(pattern.data());
+    ::chmod(root_.c_str(), 0777);
+  }
+  explicit Sandbox(const Files& files) : Sandbox() {
+    for (const auto& [name, content] : files) add(name, content);
+  }
+  Sandbox(const Sandbox&) = delete;
+  Sandbox& operator=(const Sandbox&) = delete;
+  ~Sandbox() {
+    std::error_code ignored;
+    std::filesystem::remove_all(root_, ignored);
+  }
+
+  [[nodiscard]] std::string path(const std::string& name) const { return root_ + "/" + name; }
+
+  /// Adds a file with the directories that lead to it, or a directory when the name ends in "/".
+  void add(const std::string& name, const Bytes& content) const {
+    const std::filesystem::path target = path(name);
+    if (name.back() == '/') {
+      std::filesystem::create_directories(target);
+      return;
+    }
+    std::filesystem::create_directories(target.parent_path());
+    FILE* const file = std::fopen(target.c_str(), "wb");
+    ASSERT_NE(file, nullptr) << target;
+    EXPECT_EQ(std::fwrite(content.data(), 1, content.size(), file), content.size());
+    std::fclose(file);
+  }
+
+  [[nodiscard]] Bytes content(const std::string& name) const {
+    Bytes bytes;
+    FILE* const file = std::fopen(path(name).c_str(), "rb");
+    if (file == nullptr) return bytes;
+    Bytes piece(1U << 16U);
+    while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), file)) {
+      bytes.insert(bytes.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got));
+    }
+    std::fclose(file);
+    return bytes;
+  }
+
+  /// Every file below the directory, and the directories that are empty.
+  [[nodiscard]] Files files() const {
+    Files found;
+    namespace fs = std::filesystem;
+    for (const auto& entry : fs::recursive_directory_iterator(root_)) {
+      std::string name = entry.path().string().substr(root_.size() + 1);
+      if (entry.is_symlink()) {
+        found[name] = bytes_of("-> " + fs::read_symlink(entry.path()).string());
+      } else if (entry.is_directory()) {
+        if (fs::is_empty(entry.path())) found[name + "/"];
+      } else {
+        found[name] = content(name);
+      }
+    }
+    return found;
+  }
+
+  Outcome run(const Words& arguments, const RunSettings& settings = {}) const;
+
+ private:
+  std::string root_;
+};
+
+namespace run_details {
+
+inline std::string drained(int descriptor) {
+  std::string all;
+  ::lseek(descriptor, 0, SEEK_SET);
+  char piece[4096];
+  for (ssize_t got = 0; (got = ::read(descriptor, piece, sizeof piece)) > 0;) {
+    all.append(piece, static_cast<std::size_t>(got));
+  }
+  ::close(descriptor);
+  return all;
+}
+
+inline std::vector<char*> pointers(Words& words) {
+  std::vector<char*> out;
+  for (std::string& word : words) out.push_back(word.data());
+  out.push_back(nullptr);
+  return out;
+}
+
+inline Words environment_for(const RunSettings& settings) {
+  Words all = settings.environment;  // getenv takes the first of two
+  all.insert(all.end(), {"PATH=/usr/bin:/bin", "LC_ALL=C", "TZ=UTC"});
+  for (const char* const name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE"}) {
+    if (const char* const value = std::getenv(name)) all.push_back(std::string(name) + "=" + value);
+  }
+  return all;
+}
+
+}  // namespace run_details
+
+inline Outcome Sandbox::run(const Words& arguments, const RunSettings& settings) const {
+  Words argv = {"tagmend"};
+  argv.insert(argv.end(), arguments.begin(), arguments.end());
+  Words environment = run_details::environment_for(settings);
+  const std::vector<char*> argument_list = run_details::pointers(argv);
+  const std::vector<char*> environment_list = run_details::pointers(environment);
+  const std::string start = path(settings.directory);
+  const int in = ::memfd_create("in", 0);
+  const int out = ::memfd_create("out", 0);
+  const int err = settings.merged ? ::dup(out) : ::memfd_create("err", 0);
+  EXPECT_EQ(::write(in, settings.input.data(), settings.input.size()),
+            static_cast<ssize_t>(settings.input.size()));
+  ::lseek(in, 0, SEEK_SET);
+
+  Outcome outcome;
+  outcome.pid = ::fork();
+  if (outcome.pid == 0) {
+    ::umask(022);
+    ::dup2(in, 0);
+    ::dup2(out, 1);
+    ::dup2(err, 2);
+    if (::chdir(start.c_str()) != 0) ::_exit(126);
+    if (settings.before_exec) settings.before_exec();
+    if (settings.as_nobody && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
+      ::_exit(126);
+    }
+    ::execve(TAGMEND_PROGRAM, argument_list.data(), environment_list.data());
+    ::_exit(127);
+  }
+  int status = 0;
+  ::waitpid(outcome.pid, &status, 0);
+  outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+  ::close(in);
+  outcome.out = run_details::drained(out);
+  outcome.err = run_details::drained(err);
+  if (settings.merged) outcome.err.clear();
+  return outcome;
+}
+
+/// Where two byte strings part, with the bytes around, or an empty text when they are equal.
+inline std::string difference(const Bytes& expected, const Bytes& actual) {
+  if (expected == actual) return {};
+  std::size_t at = 0;
+  while (at < expected.size() && at < actual.size() && expected[at] == actual[at]) ++at;
+  const auto shown = [at](const Bytes& bytes) {
+    std::string line;
+    const std::size_t first = at < 16 ? 0 : at - 16;
+    for (std::size_t i = first; i < bytes.size() && i < at + 32; ++i) {
+      char cell[8];
+      std::snprintf(cell, sizeof cell, i == at ? "[%02x] " : "%02x ", bytes[i]);
+      line += cell;
+    }
+    return line;
+  };
+  return "sizes " + std::to_string(expected.size()) + " expected, " +
+         std::to_string(actual.size()) + " found; first difference at " + std::to_string(at) +
+         "\n  expected " + shown(expected) + "\n  found    " + shown(actual);
+}
+
+/// The directory holds exactly these files, byte for byte.
+inline void expect_files(const Sandbox& sandbox, const Files& expected) {
+  const Files found = sandbox.files();
+  for (const auto& [name, content] : expected) {
+    const auto place = found.find(name);
+    if (place == found.end()) {
+      ADD_FAILURE() << name << " is missing";
+    } else {
+      const std::string parts = difference(content, place->second);
+      EXPECT_TRUE(parts.empty()) << name << ": " << parts;
+    }
+  }
+  for (const auto& [name, content] : found) {
+    EXPECT_TRUE(expected.contains(name)) << name << " was left behind";
+  }
+}
+
+inline void expect_outcome(const Outcome& outcome, int status, std::string_view out,
+                           std::string_view err) {
+  EXPECT_EQ(outcome.status, status);
+  EXPECT_EQ(outcome.out, out);
+  EXPECT_EQ(outcome.err, err);
+}
+
+}  // namespace tagmend::test

@@ -1,0 +1,351 @@
+#include "encode/encode_field.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "encode/edit_list.h"
+#include "support/charset.h"
+#include "support/settings.h"
+
+namespace tagmend {
+namespace {
+
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+std::uint16_t row_of(const char* nickname) {
+  const int row = find_field(nickname);
+  EXPECT_NE(row, not_found) << nickname;
+  return static_cast<std::uint16_t>(row);
+}
+
+/// Value count and the stored bytes in hexadecimal, or the code.
+std::string encode(const char* nickname, std::string_view text, EncodeTarget target = {}) {
+  const std::uint16_t row = row_of(nickname);
+  std::array<std::uint8_t, encoded_limit> output{};
+  std::uint32_t count = 0;
+  const ErrorCode code = exif_encode_field(row, target, text, output, count, {});
+  if (code != ErrorCode::ok) return "code " + std::to_string(static_cast<unsigned>(code));
+  std::string result = std::to_string(count) + ":";
+  const DataType type = field_table_defs[row].data_type;
+  const auto stored = type == DataType::short_or_long ? DataType::unsigned_long : type;
+  const std::uint64_t size = value_size(static_cast<std::uint16_t>(stored), count);
+  for (std::uint64_t i = 0; i < size; ++i) {
+    std::array<char, 3> hex;
+    std::snprintf(hex.data(), hex.size(), "%02X", output[i]);
+    result += hex.data();
+  }
+  return result;
+}
+
+std::string hex(std::uint32_t number) {
+  std::array<char, 9> text;
+  std::snprintf(text.data(), text.size(), "%08X", number);
+  return text.data();
+}
+
+std::string rationals(std::initializer_list<std::int32_t> numbers) {
+  std::string text = std::to_string(numbers.size() / 2) + ":";
+  for (const std::int32_t number : numbers) text += hex(static_cast<std::uint32_t>(number));
+  return text;
+}
+
+struct Case {
+  const char* nickname;
+  std::string text;
+  std::string result;
+};
+
+void check(std::initializer_list<Case> cases) {
+  for (const Case& row : cases) {
+    EXPECT_EQ(encode(row.nickname, row.text), row.result) << row.nickname << " " << row.text;
+  }
+}
+
+TEST(EncodeField, Exposure) {
+  check({
+      {"exp-time", "1/125", rationals({8000, 1000000})},
+      {"exp-time", "30", rationals({30000000, 1000000})},
+      {"exp-time", "2147", rationals({2147000000, 1000000})},
+      {"exp-time", "0", rationals({0, 1000000})},
+      {"exp-time", "2148", "code 20"},
+      {"exp-time", "1/0", "code 20"},
+      {"exp-time", "1/-0", "code 20"},
+      {"exp-time", "1/1e-45", "code 20"},
+      {"exp-time", "1/-5", "code 20"},
+      {"exp-time", "-2", "code 20"},
+      {"exp-time", "inf", "code 20"},
+      {"exp-time", "nan", "code 20"},
+      {"exp-time", "1e39", "code 20"},
+      {"exp-time", "", "code 20"},
+      {"exp-time", "1/", "code 20"},
+      {"exp-time", "fast", "code 20"},
+      {"shutter", "1/125", rationals({6965784, 1000000})},
+      {"shutter", "2", rationals({-1000000, 1000000})},
+      {"shutter", "1/2", rationals({1000000, 1000000})},
+      {"shutter", "0", "code 20"},
+      {"shutter", "1/0", "code 20"},
+      {"shutter", "-1", "code 20"},
+      {"aperture", "2.8", rationals({29708, 10000})},
+      {"aperture", "1", rationals({0, 10000})},
+      {"max-aper", "4", rationals({40000, 10000})},
+      {"aperture", "0.95", "code 16"},
+      {"aperture", "0", "code 16"},
+      {"aperture", "-1", "code 20"},
+      {"aperture", "wide", "code 20"},
+  });
+}
+
+TEST(EncodeField, GpsCoordinates) {
+  check({
+      {"gps-latitude", "45 27.50", rationals({45, 1, 275000, 10000, 0, 1})},
+      {"gps-latitude", "45 27 30", rationals({45, 1, 27, 1, 30, 1})},
+      {"gps-longitude", "45,27,30.25", rationals({45, 1, 27, 1, 302500, 10000})},
+      {"gps-latitude", "45 27 30 99 x", rationals({45, 1, 27, 1, 30, 1})},
+      {"gps-latitude", "45.0 27 30.0", rationals({45, 1, 27, 1, 30, 1})},
+      {"gps-latitude", "", "code 22"},
+      {"gps-latitude", "45", "code 22"},
+      {"gps-latitude", "45 27", "code 22"},
+      {"gps-latitude", "45.5 27 30", "code 37"},
+      {"gps-latitude", "45 27.5 30", "code 23"},
+      {"gps-latitude", "45 27.5 x", "code 23"},
+      {"gps-latitude", "x 27 30", "code 20"},
+      {"gps-latitude", "45 x 30", "code 20"},
+      {"gps-latitude", "45 27 x", "code 20"},
+      {"gps-latitude", "-45 27 30", "code 20"},
+      {"gps-latitude", "45 -27 30", "code 20"},
+      {"gps-latitude", "45 27 -30", "code 20"},
+      {"gps-latitude", "3e9 27 30", "code 20"},
+      {"gps-latitude", "45 300000.0", "code 20"},
+      {"gps-latitude", "nan 27 30", "code 20"},
+      {"gps-time", "10 20 30.5", rationals({10, 1, 20, 1, 305000, 10000})},
+      {"gps-time", "10 20", "code 22"},
+      {"gps-ver", "2.0.0.0", "4:02000000"},
+      {"gps-ver", "2.2.0.0", "code 25"},
+  });
+}
+
+TEST(EncodeField, Rationals) {
+  check({
+      {"x-res", "72", rationals({72, 1})},
+      {"x-res", "72.0", rationals({720000, 10000})},
+      {"x-res", "72.5", rationals({725000, 10000})},
+      // Single precision holds 2.29999995, which is cut, not rounded.
+      {"x-res", "2.3", rationals({22999, 10000})},
+      {"x-res", "1e3", rationals({1000, 1})},
+      {"x-res", "15e-1", rationals({1, 1})},
+      {"x-res", "0x10", rationals({16, 1})},
+      {"x-res", "72dpi", rationals({72, 1})},
+      {"x-res", "1,2", "code 23"},
+      {"x-res", "", "code 22"},
+      {"x-res", "-1", "code 20"},
+      {"x-res", "0x", "code 20"},
+      {"x-res", ".", "code 20"},
+      {"x-res", "inf", "code 20"},
+      {"x-res", "2147483520", rationals({2147483520, 1})},
+      {"x-res", "2147483648", "code 20"},
+      {"x-res", "214748.4", "code 20"},
+      {"x-res", "1e-45.", rationals({0, 10000})},
+      {"exp-bias", "-0.5", rationals({-5000, 10000})},
+      {"exp-bias", "-2147483648", rationals({-2147483647 - 1, 1})},
+      {"exp-bias", "-2147484000", "code 20"},
+  });
+}
+
+TEST(EncodeField, Integers) {
+  check({
+      {"page-num", "1 2", "2:00010002"},
+      {"page-num", "65535,0", "2:FFFF0000"},
+      {"page-num", "+1 \r2", "2:00010002"},
+      {"page-num", "1x 2", "2:00010002"},
+      {"page-num", "70000 1", "code 20"},
+      {"page-num", "-1 1", "code 20"},
+      // Two's complement, as a 32-bit strtoul has it.
+      {"page-num", "-4294967295 1", "2:00010001"},
+      {"page-num", "1", "code 22"},
+      {"page-num", "1 2 3", "code 23"},
+      {"page-num", "x 2 3", "code 20"},
+      {"main-width", "4294967295", "1:FFFFFFFF"},
+      {"main-width", "-1", "1:FFFFFFFF"},
+      {"main-width", "4294967296", "code 20"},
+      {"main-width", "-4294967296", "code 20"},
+      {"main-width", "99999999999999999999999", "code 20"},
+      {"main-width", "0010", "1:0000000A"},
+      {"main-width", "-", "code 20"},
+      {"main-width", "+-1", "code 20"},
+      {"main-width", "", "code 22"},
+      {"main-bits-sam", "", "0:"},
+  });
+  EXPECT_EQ(encode("page-num", "1 2", {.big_endian = false}), "2:01000200");
+  EXPECT_EQ(encode("main-width", "258", {.big_endian = false}), "1:02010000");
+}
+
+TEST(EncodeField, SignedShorts) {
+  const struct {
+    const char* text;
+    ErrorCode code;
+    std::uint16_t value;
+  } cases[] = {
+      {"32767", ErrorCode::ok, 0x7FFF},        {"-32768", ErrorCode::ok, 0x8000},
+      {"4294967295", ErrorCode::ok, 0xFFFF},   {"32768", ErrorCode::invalid_number, 0},
+      {"65535", ErrorCode::invalid_number, 0}, {"-32769", ErrorCode::invalid_number, 0},
+  };
+  for (const auto& row : cases) {
+    EncodedValue output;
+    std::uint32_t count = 0;
+    EXPECT_EQ(encode_integers(DataType::signed_short, true, row.text, output, count), row.code)
+        << row.text;
+    if (row.code != ErrorCode::ok) continue;
+    EXPECT_EQ(count, 1u);
+    EXPECT_EQ(output[0] << 8 | output[1], row.value) << row.text;
+  }
+  EncodedValue output;
+  std::uint32_t count = 0;
+  EXPECT_EQ(encode_integers(DataType::string, true, "1", output, count),
+            ErrorCode::format_not_supported);
+}
+
+TEST(EncodeField, MoreNumbersThanTheAreaHoldsAreRefused) {
+  std::string numbers;
+  for (int i = 0; i < 501; ++i) numbers += "1,";
+  CaptureStderr();
+  EXPECT_EQ(encode("cn-body-num", numbers), "code 23");
+  EXPECT_EQ(GetCapturedStderr(), "Error: Attempt to write past end of buffer(3144), exiting\n");
+}
+
+TEST(EncodeField, BytesAndVersions) {
+  check({
+      {"flashpix-ver", "30313030", "4:30313030"},
+      {"flashpix-ver", "aBcDeF00", "4:ABCDEF00"},
+      {"flashpix-ver", "303130", "code 22"},
+      {"flashpix-ver", "3031303030", "code 23"},
+      {"flashpix-ver", "ABC", "code 57"},
+      {"flashpix-ver", "ZZ", "code 59"},
+      {"flashpix-ver", "0100 30313", "code 59"},
+      {"cfa-pattern", "", "0:"},
+      {"exif-ver", "0220", "4:30323230"},
+      {"exif-ver", "0210", "4:30323130"},
+      {"exif-ver", "0230", "code 25"},
+      {"exif-ver", "02200", "code 25"},
+  });
+}
+
+TEST(EncodeField, Texts) {
+  const std::string id(32, 'a');
+  check({
+      {"artist", "J.D", "4:4A2E4400"},
+      {"artist", "", "1:00"},
+      {"artist", R"(a\tb)", "4:61096200"},
+      {"image-id", id.substr(1), "code 26"},
+      {"image-id", id + "a", "code 27"},
+      {"date-taken", "1999/12/31", "20:313939393A31323A33312030303A30303A303000"},
+      {"date-taken", "1999/12/32", "code 18"},
+      {"date-taken", "10:20", "code 51"},
+  });
+  EXPECT_EQ(encode("image-id", id).substr(0, 5), "33:61");
+  EXPECT_EQ(encode("artist", std::string(1999, 'a')).substr(0, 7), "2000:61");
+}
+
+TEST(EncodeFieldDeathTest, ATextTooLongToStoreEndsTheProgram) {
+  EXPECT_EXIT(encode("artist", std::string(2000, 'a')), testing::ExitedWithCode(1),
+              "^Internal error - long string exif_encode_field\\('a+'\\)\n$");
+}
+
+TEST(EncodeField, Comments) {
+  cs_set_name(library_settings.local_charset, "UTF-8");
+  const std::string long_text(1995, 'a');
+  check({
+      {"comment", "ab", "10:41534349490000006162"},
+      {"comment", "", "8:4153434949000000"},
+      {"xp-title", "a\xC3\xA9", "4:6100E900"},
+      {"xp-title", "", "0:"},
+  });
+  EXPECT_EQ(encode("comment", long_text).substr(0, 23), "1999:415343494900000061");
+  library_settings.unicode_comment = true;
+  check({{"comment", "ab", "12:554E49434F44450061006200"}});
+  CaptureStderr();
+  EXPECT_EQ(encode("comment", long_text).substr(0, 9), "1998:554E");
+  EXPECT_NE(GetCapturedStderr(), "");
+  library_settings.unicode_comment = false;
+}
+
+TEST(EncodeField, ValueMaps) {
+  check({
+      {"orient", "upper-left", "1:0001"},
+      {"orient", "LOWER RIGHT", "1:0003"},
+      {"orient", "6", "1:0006"},
+      {"orient", "7x", "code 25"},
+      {"orient", "", "code 25"},
+      {"gps-lat-ref", "north", "2:4E00"},
+      {"gps-alt-ref", "x", "code 25"},
+  });
+  EXPECT_EQ(encode("orient", "3", {.big_endian = false}), "1:0300");
+}
+
+TEST(EncodeField, EveryNameOfEveryMapIsAccepted) {
+  for (std::uint16_t row = 0; row < field_def_count; ++row) {
+    const FieldDef& def = field_table_defs[row];
+    if (!def.editable) continue;
+    const auto accepts = [&](const char* name) {
+      EncodedValue output;
+      std::uint32_t count = 0;
+      return exif_encode_field(row, {}, name, output, count, {}) == ErrorCode::ok;
+    };
+    for (auto* entry = def.value_map; entry && entry->nickname; ++entry) {
+      EXPECT_TRUE(accepts(entry->nickname)) << def.nickname << " " << entry->nickname;
+    }
+    for (auto* entry = def.value_map_bytes; entry && entry->nickname; ++entry) {
+      EXPECT_TRUE(accepts(entry->nickname)) << def.nickname << " " << entry->nickname;
+    }
+  }
+}
+
+TEST(EncodeField, NoTextOverrunsTheArea) {
+  const std::string long_list(2000, '1');
+  const std::string texts[] = {"", "-", "1e99", "\\", "[", "\"", "=", long_list};
+  CaptureStderr();
+  for (std::uint16_t row = 0; row < field_def_count; ++row) {
+    const FieldDef& def = field_table_defs[row];
+    if (!def.editable) {
+      EncodedValue output;
+      std::uint32_t count = 0;
+      EXPECT_EQ(exif_encode_field(row, {}, "1", output, count, {}), ErrorCode::edit_not_permitted);
+      continue;
+    }
+    for (const std::string& text : texts) {
+      if (def.data_type == DataType::string && text.size() == 2000) continue;
+      EncodedValue output;
+      std::uint32_t count = 0;
+      if (exif_encode_field(row, {}, text, output, count, {}) != ErrorCode::ok) continue;
+      const auto type =
+          def.data_type == DataType::short_or_long ? DataType::unsigned_long : def.data_type;
+      EXPECT_LE(value_size(static_cast<std::uint16_t>(type), count), encoded_limit);
+    }
+  }
+  GetCapturedStderr();
+}
+
+TEST(EncodeField, EarlyCheckPassesWhatDependsOnTheFile) {
+  const EncodeTarget early{.early_check = true};
+  EXPECT_EQ(encode("orient", "[date-taken] and more", early), "0:");
+  EXPECT_EQ(encode("orient", "[nosuchname]", early), "code 25");
+  EXPECT_EQ(encode("orient", "[date-taken]"), "code 25");
+  EXPECT_EQ(encode("unknown", "[date-taken]", early), "code 21");
+  EXPECT_EQ(encode("orient", "1", early), "1:0001");
+}
+
+TEST(EditList, TakesAsManyEntriesAsItHolds) {
+  const auto list = std::make_unique<EditList>();
+  for (std::int32_t i = 0; i < EditList::capacity; ++i) {
+    ASSERT_TRUE(append_edit(*list, static_cast<std::uint16_t>(i), 4, std::string(2500, 'v')));
+  }
+  EXPECT_FALSE(append_edit(*list, 0, 4, "v"));
+  EXPECT_EQ(list->count, 200);
+  EXPECT_EQ(list->entries[199].field, 199);
+  EXPECT_EQ(std::string(list->entries[199].value.data()), std::string(2000, 'v'));
+}
+
+}  // namespace
+}  // namespace tagmend

@@ -1,0 +1,157 @@
+#include "iptc/apply_iptc_edits.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "iptc/store_fixture.h"
+
+namespace tagmend::test {
+namespace {
+
+using namespace std::string_literals;
+
+class ApplyIptcEditsTest : public StoreTest {
+ protected:
+  ApplyIptcEditsTest() : edits_(std::make_unique<EditList>()) {}
+
+  static std::uint16_t row(const std::string& name) {
+    return static_cast<std::uint16_t>(find_dataset(name, 0));
+  }
+
+  /// "name=value" adds, "name" removes.
+  void list(const std::vector<std::string>& edits) {
+    for (const std::string& edit : edits) {
+      const std::size_t equals = edit.find('=');
+      if (equals == std::string::npos) {
+        edits_->entries[static_cast<std::size_t>(edits_->count++)] = {
+            .op = EditOp::remove, .field = row(edit), .type = 0, .encoded = {}, .value = {}};
+      } else {
+        ASSERT_TRUE(append_edit(*edits_, row(edit.substr(0, equals)), 2, edit.substr(equals + 1)));
+      }
+    }
+  }
+
+  std::string apply() {
+    const Messages messages;
+    apply_iptc_edits(
+        *store_, *edits_, '"',
+        {.image = image_.get(), .iptc = store_.get(), .dataset_text = &iptc_dataset_text});
+    return messages.text();
+  }
+
+  /// "record:dataset value", '+' before new values, ';' behind each.
+  [[nodiscard]] std::string content() const {
+    std::string lines;
+    for (const IptcEntry& entry : store_->list()) {
+      lines += std::to_string(entry.record) + ":" + std::to_string(entry.dataset) +
+               (entry.has_new_value ? " +" + std::string(entry.new_value)
+                                    : " " + std::string(entry.text)) +
+               ";";
+    }
+    return lines;
+  }
+
+  std::unique_ptr<EditList> edits_;
+};
+
+struct Case {
+  const char* what;
+  std::vector<std::string> edits;
+  std::string content;
+  const char* messages;
+};
+
+TEST_F(ApplyIptcEditsTest, EditsAStoredBlock) {
+  const Bytes payload = photoshop({
+      resource(1035, "", bytes_of("u1")),
+      resource(1028, "",
+               joined({dataset(2, 0, Bytes{0, 2}), dataset(2, 90, "Oslo"), dataset(2, 25, "a"),
+                       dataset(2, 25, "b")})),
+      resource(1000, "", {1}),
+  });
+  const std::string opaque = "0:0 Opaque data;";
+  const std::vector<Case> cases = {
+      {"a replacement", {"ip-city=Rome"}, opaque + "2:0 2;2:25 a;2:25 b;2:90 +Rome;0:0 u1;", ""},
+      {"the last of two values",
+       {"ip-headline=one", "ip-headline=two"},
+       opaque + "2:0 2;2:25 a;2:25 b;2:90 Oslo;2:105 +two;0:0 u1;",
+       ""},
+      {"values of a repeatable dataset",
+       {"ip-keyword=c; \"d;e\" ;f"},
+       opaque + "2:0 2;2:25 a;2:25 b;2:25 +c;2:25 +d;e;2:25 +f;2:90 Oslo;0:0 u1;",
+       ""},
+      {"all keywords replaced",
+       {"ip-keyword", "ip-keyword=new"},
+       opaque + "2:0 2;2:25 +new;2:90 Oslo;0:0 u1;",
+       ""},
+      {"removals",
+       {"ip-url", "ip-city", "ip-caption", "ip-city"},
+       opaque + "2:0 2;2:25 a;2:25 b;",
+       "Warning: Could not delete field 'ip-caption', field not found\n"
+       "Warning: Could not delete field 'ip-city', field not found\n"},
+      {"the removal of all", {"ip-url", "ip-city", "ip-keyword", "ip-version", "Unknown"}, "", ""},
+      {"another record",
+       {"ip3-picture-num=7", "ip1-service-id=x"},
+       opaque + "1:0 +\0\2;1:30 +x;2:0 2;2:25 a;2:25 b;2:90 Oslo;3:0 +\0\2;3:10 +7;0:0 u1;"s,
+       ""},
+      {"a resource, which needs no version",
+       {"ip-url=u2", "ip-copyrighted=yes"},
+       opaque + "2:0 2;2:25 a;2:25 b;2:90 Oslo;0:255 +\1\0;0:255 +u2;"s,
+       ""},
+      {"a value made from the one it replaces",
+       {"ip-city=[ip-city] ([ip-keyword])"},
+       opaque + "2:0 2;2:25 a;2:25 b;2:90 +Oslo (a; b);0:0 u1;",
+       ""},
+      {"a value that is too long",
+       {"ip-category=nature"},
+       opaque + "2:0 2;2:15 +nat;2:25 a;2:25 b;2:90 Oslo;0:0 u1;",
+       "Warning: Field ip-category longer than 3 bytes, truncating.\n"},
+      {"a value that cannot be encoded",
+       {"ip-date=soon"},
+       opaque + "2:0 2;2:25 a;2:25 b;2:90 Oslo;0:0 u1;",
+       "Can't add IPTC field ip-date: Date format invalid\n"},
+  };
+  for (const Case& test : cases) {
+    SCOPED_TRACE(test.what);
+    ASSERT_EQ(read_segment(payload), ErrorCode::ok);
+    store_->entries[0].text = "u1";
+    edits_->count = 0;
+    list(test.edits);
+    EXPECT_EQ(apply(), test.messages);
+    EXPECT_EQ(content(), test.content);
+    EXPECT_EQ(store_->emptied, test.content.empty());
+  }
+}
+
+TEST_F(ApplyIptcEditsTest, ANewStoreGetsTheVersionOfItsRecords) {
+  list({"ip-keyword=a;b"});
+  EXPECT_EQ(apply(), "");
+  EXPECT_EQ(content(), "2:0 +\0\2;2:25 +a;2:25 +b;"s);
+  EXPECT_EQ(edits_->count, 2);
+  const IptcEntry& version = store_->entries[0];
+  EXPECT_EQ(std::string(version.resource_name.data(), version.resource_name_length),
+            "Dataset 2 Record Version");
+  EXPECT_FALSE(store_->emptied);
+}
+
+TEST_F(ApplyIptcEditsTest, FullListsAndStoresAreReported) {
+  library_settings.warnings_suppressed = true;
+  list({"ip-caption=x"});
+  list(std::vector<std::string>(199, "ip-city"));
+  EXPECT_EQ(apply(), "Warning: Can't add IPTC Dataset 2 version field - edit table full\n");
+  EXPECT_EQ(content(), "2:120 +x;");
+
+  library_settings.warnings_suppressed = false;
+  reset_iptc_store(*store_);
+  edits_->count = 0;
+  std::string many = "ip-keyword=k";
+  for (int i = 1; i < 199; ++i) many += ";k";
+  list({many, "ip-caption=x", "ip-city=y"});
+  EXPECT_EQ(apply(), "Warning: Field table full. Some edit actions may not have been performed.\n");
+  EXPECT_EQ(store_->count, 200);
+  EXPECT_TRUE(content().ends_with("2:120 +x;")) << "neither the city nor the version fit";
+}
+
+}  // namespace
+}  // namespace tagmend::test

@@ -1,0 +1,80 @@
+// Reads test images the way the program does, from files on disk, and keeps what the read left and
+// printed.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/image_builder.h"
+#include "iptc/iptc_store.h"
+#include "read/read_image_file.h"
+
+namespace tagmend::test {
+
+/// A file in the temporary directory that is gone with the object.
+struct TempFile {
+  std::string name;
+
+  explicit TempFile(const Bytes& bytes)
+      : name(testing::TempDir() + "read_" + std::to_string(getpid()) + ".tmp") {
+    std::FILE* const file = std::fopen(name.c_str(), "wb");
+    std::fwrite(bytes.data(), 1, bytes.size(), file);
+    std::fclose(file);
+  }
+  TempFile(const TempFile&) = delete;
+  TempFile& operator=(const TempFile&) = delete;
+  ~TempFile() { std::remove(name.c_str()); }
+};
+
+struct Reading {
+  std::unique_ptr<ImageFile> image = std::make_unique<ImageFile>();
+  std::unique_ptr<IptcStore> iptc = std::make_unique<IptcStore>();
+  MetadataHooks hooks;
+  ErrorCode result = ErrorCode::ok;
+  std::string output;  ///< on the standard output
+  std::string errors;  ///< on the standard error stream, the file's name as FILE
+
+  ReadContext context() { return {.image = *image, .iptc = *iptc, .hooks = hooks}; }
+};
+
+inline std::string with_file_placeholder(std::string text, const std::string& name) {
+  for (std::size_t at = 0; (at = text.find(name, at)) != std::string::npos;) {
+    text.replace(at, name.size(), "FILE");
+  }
+  return text;
+}
+
+inline Reading read_image(const Bytes& bytes, const MetadataHooks& hooks = {}, bool sort = false) {
+  const TempFile file(bytes);
+  Reading reading;
+  reading.hooks = hooks;
+  ReadContext context = reading.context();
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  reading.result = read_image_file(context, "", file.name.c_str(), {}, sort);
+  reading.output = testing::internal::GetCapturedStdout();
+  reading.errors = with_file_placeholder(testing::internal::GetCapturedStderr(), file.name);
+  return reading;
+}
+
+/// "kind/level/seq tag text" of each field, in the order of the table.
+inline std::vector<std::string> fields_of(const Reading& reading) {
+  std::vector<std::string> fields;
+  for (const FieldEntry& entry : reading.image->table()) {
+    char place[64];
+    std::snprintf(place, sizeof place, "%u/%u/%x %04x ", static_cast<unsigned>(entry.kind),
+                  entry.level, entry.seq, entry.tag);
+    fields.push_back(place + std::string(entry.text.data()));
+  }
+  return fields;
+}
+
+using Lines = std::vector<std::string>;
+
+}  // namespace tagmend::test

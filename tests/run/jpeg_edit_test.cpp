@@ -1,0 +1,560 @@
+// Whole edits of JPEG files: what is asked for changes, everything else keeps every byte.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "common/edit_case.h"
+#include "common/image_builder.h"
+#include "common/run_tagmend.h"
+
+namespace tagmend::test {
+namespace {
+
+/// A field set in the EXIF or GPS IFD, or in IFD0.
+using Change = std::function<void(Chain&)>;
+
+struct FieldCase {
+  Words arguments;
+  Change change;
+  std::string input = {};
+  Words environment = {};
+};
+
+/// Runs the edits on a camera's file in both byte orders.
+void check_fields(const std::vector<FieldCase>& cases, const Files& beside = {}) {
+  for (const FieldCase& wanted : cases) {
+    for (const bool big : {false, true}) {
+      SCOPED_TRACE(big ? "MM" : "II");
+      Chain changed = camera();
+      wanted.change(changed);
+      EditCase edit{wanted.arguments,
+                    jpeg({app0_jfif(), source_exif(big, camera()), app2_icc(), picture()}),
+                    jpeg({app0_jfif(), written_exif(big, changed), app2_icc(), picture()})};
+      edit.settings.input = wanted.input;
+      edit.settings.environment = wanted.environment;
+      edit.beside = beside;
+      check_edit(edit, "photo.jpg");
+    }
+  }
+}
+
+std::string user_comment(const std::string& code, const std::string& value) {
+  return code + std::string(8 - code.size(), '\0') + value;
+}
+
+TEST(JpegEdit, FieldsAreAddedAndReplaced) {
+  check_fields({
+      {{"-a", "artist=J. Doe"}, [](Chain& c) { set(c[0], text(0x013B, "J. Doe")); }},
+      {{"-a", "make=abc"}, [](Chain& c) { set(c[0], text(0x010F, "abc")); }},
+      {{"-a", "make=abcd,artist=x,model=y z"},
+       [](Chain& c) {
+         set(c[0], text(0x010F, "abcd"));
+         set(c[0], text(0x0110, "y z"));
+         set(c[0], text(0x013B, "x"));
+       }},
+      // 0x9C9B follows the last entry of IFD0 that is below it, which stands before the pointers.
+      {{"-a", "xp-title=ab"},
+       [](Chain& c) {
+         const auto place = c[0].entries.begin() + 7;
+         c[0].entries.insert(place, octets(0x9C9B, kByte, std::string_view("a\0b\0", 4)));
+       }},
+      {{"-a", "orient=lower-right"}, [](Chain& c) { set(c[0], shorts(0x0112, {3})); }},
+      {{"-a", "ORIENT=Lower Right"}, [](Chain& c) { set(c[0], shorts(0x0112, {3})); }},
+      {{"-a", "page-num=1 2"},
+       [](Chain& c) {
+         set(c[0], shorts(0x0129, {1, 2}));
+       }},
+      {{"-a", "x-res=72.5,y-res=300"},
+       [](Chain& c) {
+         set(c[0], rationals(0x011A, {725000, 10000}));
+         set(c[0], rationals(0x011B, {300, 1}));
+       }},
+      {{"-a", "main-width=-1"}, [](Chain& c) { set(c[0], longs(0x0100, {0xFFFFFFFF})); }},
+      {{"-a", "exp-time=1/125"},
+       [](Chain& c) {
+         set(exif(c), rationals(0x829A, {8000, 1000000}));
+       }},
+      {{"-a", "exp-time=30"},
+       [](Chain& c) {
+         set(exif(c), rationals(0x829A, {30000000, 1000000}));
+       }},
+      {{"-a", "shutter=1/125"},
+       [](Chain& c) {
+         set(exif(c), {0x9201, kSignedRational, {6965784, 1000000}, {}});
+       }},
+      {{"-a", "shutter=2"},
+       [](Chain& c) {
+         set(exif(c), {0x9201, kSignedRational, {0xFFF0BDC0, 1000000}, {}});
+       }},
+      {{"-a", "aperture=2.8"},
+       [](Chain& c) {
+         set(exif(c), rationals(0x9202, {29708, 10000}));
+       }},
+      {{"-a", "exp-bias=-0.5"},
+       [](Chain& c) {
+         set(exif(c), {0x9204, kSignedRational, {0xFFFFEC78, 10000}, {}});
+       }},
+      {{"-a", "iso-speed=400,image-id=0123456789abcdef0123456789ABCDEF"},
+       [](Chain& c) {
+         set(exif(c), shorts(0x8827, {400}));
+         set(exif(c), text(0xA420, "0123456789abcdef0123456789ABCDEF"));
+       }},
+      {{"-a", "exif-ver=0210,flashpix-ver=30313030,oecf=00fF7a"},
+       [](Chain& c) {
+         set(exif(c), octets(0x8828, kUndefined, Bytes{0x00, 0xFF, 0x7A}));
+         set(exif(c), octets(0x9000, kUndefined, "0210"));
+       }},
+      {{"-a", "date-taken=2004-may-03 10:20"},
+       [](Chain& c) { set(exif(c), text(0x9003, "2004:05:03 10:20:00")); }},
+      {{"-a", "date-digi=25122004"},
+       [](Chain& c) { set(exif(c), text(0x9004, "2004:12:25 00:00:00")); }},
+      {{"-a", "comment=hello"},
+       [](Chain& c) { set(exif(c), octets(0x9286, kUndefined, user_comment("ASCII", "hello"))); }},
+      {{"-u", "-a", "comment=a\xE9"},
+       [](Chain& c) {
+         const std::string wide("a\0\xE9\0", 4);
+         set(exif(c), octets(0x9286, kUndefined, user_comment("UNICODE", wide)));
+       }},
+      {{"-a", "iop-width=4294967295"},
+       [](Chain& c) { set(nested(exif(c), 0xA005), longs(0x1001, {4294967295U})); }},
+      {{"-a", "gps-latitude=45 27.50,gps-lat-ref=south,gps-altitude=12.5,gps-alt-ref=sea-level"},
+       [](Chain& c) {
+         set(gps(c), text(0x0001, "S"));
+         set(gps(c), rationals(0x0002, {45, 1, 275000, 10000, 0, 1}));
+         set(gps(c), octets(0x0005, kByte, std::string_view("\0", 1)));
+         set(gps(c), rationals(0x0006, {125000, 10000}));
+       }},
+      {{"-a", "gps-longitude=\"8, 30, 15.25\""},
+       [](Chain& c) {
+         set(gps(c), rationals(0x0004, {8, 1, 30, 1, 152500, 10000}));
+       }},
+      {{"-a", "th-x-res=300,th-width=160"},
+       [](Chain& c) {
+         set(c[1], longs(0x0100, {160}));
+         set(c[1], rationals(0x011A, {300, 1}));
+       }},
+      {{"-s"},
+       [](Chain& c) {
+         set(exif(c), longs(0xA002, {1234}));
+         set(exif(c), longs(0xA003, {567}));
+       }},
+      // The -s fields come last and so win over the list.
+      {{"-s", "-a", "width=9,artist=x"},
+       [](Chain& c) {
+         set(c[0], text(0x013B, "x"));
+         set(exif(c), longs(0xA002, {1234}));
+         set(exif(c), longs(0xA003, {567}));
+       }},
+  });
+}
+
+TEST(JpegEdit, FieldsAreRemoved) {
+  check_fields({
+      {{"-r", "model"}, [](Chain& c) { drop(c[0], 0x0110); }},
+      {{"-r", "date-taken,comment,make,iop-ver"},
+       [](Chain& c) {
+         drop(c[0], 0x010F);
+         drop(exif(c), 0x9003);
+         drop(exif(c), 0x9286);
+         drop(nested(exif(c), 0xA005), 0x0002);
+       }},
+      {{"-a", "artist=x,make=y", "-r", "artist"}, [](Chain& c) { set(c[0], text(0x010F, "y")); }},
+      {{"-r", "make", "-a", "make=z"}, [](Chain& c) { set(c[0], text(0x010F, "z")); }},
+      // A name with an asterisk is the first field of that beginning.
+      {{"-r", "gps-*"}, [](Chain& c) { drop(gps(c), 0x0000); }},
+      // IFDs that lose their last field go, with their pointers and images.
+      {{"-r", "gps-ver,gps-lat-ref,gps-latitude"}, [](Chain& c) { drop(c[0], 0x8825); }},
+      {{"-r", "iop-index,iop-ver"}, [](Chain& c) { drop(exif(c), 0xA005); }},
+      {{"-r", "th-comp,th-x-res,th-if-offset,th-if-count"}, [](Chain& c) { c.pop_back(); }},
+      {{"-r", "th-if-offset,th-if-count"},
+       [](Chain& c) {
+         drop(c[1], 0x0201);
+         drop(c[1], 0x0202);
+         c[1].thumbnail.clear();
+       }},
+  });
+}
+
+TEST(JpegEdit, ListsComeFromFilesAndStandardInput) {
+  const Files lists = {
+      {"list.txt", bytes_of("artist = no\nartist=A B \nmodel=\"x, y\"\n\ncopyright=me")},
+      {"names.txt", bytes_of("model\nmake, date-mod\n")}};
+  const Change added = [](Chain& c) {
+    set(c[0], text(0x0110, "x, y"));
+    set(c[0], text(0x013B, "A B"));
+    // 0x8298 is inserted after the last smaller tag of IFD0, before the EXIF pointer.
+    set(c[0], text(0x8298, "me"));
+  };
+  check_fields({{{"-qr", "@names.txt"},
+                 [](Chain& c) {
+                   drop(c[0], 0x010F);
+                   drop(c[0], 0x0110);
+                   drop(c[0], 0x0132);
+                 }},
+                {{"-r", "@-"}, [](Chain& c) { drop(c[0], 0x010F); }, "make"},
+                {{"-a", "@-"}, added, "artist=A B\nmodel=\"x, y\"\ncopyright=me\n"},
+                // Of the standard input, 2048 characters are read.
+                {{"-a", "@-"},
+                 [](Chain& c) { set(c[0], text(0x013B, std::string(2048 - 7 - 1900, 'x'))); },
+                 "artist=" + std::string(1900, ' ') + std::string(2000, 'x')}},
+               lists);
+}
+
+TEST(JpegEdit, ValuesAreTemplatesAndTexts) {
+  const auto description = [](const std::string& value) -> Change {
+    return [value](Chain& c) { set(c[0], text(0x010E, value)); };
+  };
+  check_fields({
+      {{"-a", "description=[file-name] [yyyy]-[mm]-[dd] [mmm] [hr][min][sec]"},
+       description("photo.jpg 2004-05-01 May 102030")},
+      {{"-a", "description=[make]/[artist]/[nosuch]/[file base]/[file-base].[file-ext]"},
+       description("Acme//[nosuch]/[file base]/photo.jpg")},
+      {{"-a", "description=[date-taken] [FILE-NAME-BACKUP] [orient]"},
+       description("2004:05:01 10:20:30 photo-be.jpg Upper Left")},
+      {{"-a", "description=head[exif-head]one[exif-file]two[exif-tail]three"},
+       description("headtwo")},
+      {{"-a", R"(description=a\nb\tc\\d\qe)"}, description("a\nb\tc\\d\\qe")},
+      {{"-c", "'", "-a", "description='a, b = \\'c\\' \"d\"'"}, description("a, b = 'c' \"d\"")},
+      {{"-c", "39", "-a", "description=''"}, description(" ")},
+      {{"-a", "description=a  b  ,model=Model 1"}, description("a  b")},
+      // A field edited in this run has no text yet.
+      {{"-a", "make=New,description=[make]"},
+       [](Chain& c) {
+         set(c[0], text(0x010F, "New"));
+         set(c[0], text(0x010E, ""));
+       }},
+      // An argument is cut after 2048 characters.
+      {{"-a", "artist=" + std::string(1990, ' ') + std::string(100, 'x')},
+       [](Chain& c) { set(c[0], text(0x013B, std::string(2048 - 7 - 1990, 'x'))); }},
+  });
+}
+
+TEST(JpegEdit, CharacterSets) {
+  const auto artist = [](const std::string& value) -> Change {
+    return [value](Chain& c) { set(c[0], text(0x013B, value)); };
+  };
+  const auto title = [](const std::string& wide) -> Change {
+    return [wide](Chain& c) {
+      c[0].entries.insert(c[0].entries.begin() + 7, octets(0x9C9B, kByte, wide));
+    };
+  };
+  const std::string e_acute("\xE9\0", 2);
+  const std::string snow("\xEA\x96", 2);  // U+96EA
+  check_fields({
+      {{"-a", "artist=Jos\xC3\xA9"}, artist("Jos\xC3\xA9")},
+      {{"-p", "LOCAL=utf-8,EXIF=iso-8859-1", "-a", "artist=Jos\xC3\xA9"}, artist("Jos\xE9")},
+      {{"-a", "artist=Jos\xC3\xA9"},
+       artist("Jos\xE9"),
+       "",
+       {"ORVALE_CS_LOCAL=utf-8", "ORVALE_CS_EXIF=ISO-8859-1"}},
+      {{"-p", "EXIF=UTF-8", "-a", "artist=Jos\xE9"}, artist("Jos\xC3\xA9")},
+      {{"-a", "xp-title=\xE9"}, title(e_acute)},
+      {{"-a", "xp-title=\xC3\xA9\xE9\x9B\xAA"},
+       title(e_acute + snow),
+       "",
+       {"ORVALE_CS_LOCAL=UTF-8"}},
+      {{"-a", "xp-title=\xC3\xA9"},
+       title(e_acute),
+       "",
+       {"ORVALE_CS_LOCAL=default", "LC_ALL=C.UTF-8"}},
+      {{"-a", "xp-title=\xB3\xB7"}, title(snow), "", {"ORVALE_CS_LOCAL=BIG5"}},
+      {{"-a", "comment=a"},
+       [](Chain& c) {
+         const std::string wide("a\0", 2);
+         set(exif(c), octets(0x9286, kUndefined, user_comment("UNICODE", wide)));
+       },
+       "",
+       {"ORVALE_UNICODE_COMMENT=Yes"}},
+  });
+}
+
+Chain minimal(std::vector<Entry> exif_fields = {}) {
+  exif_fields.insert(exif_fields.begin(), octets(0x9000, kUndefined, "0220"));
+  return {ifd_of({octets(0x0131, kAscii, "Orvale V2.7.0"), pointer(0x8769, exif_fields)})};
+}
+
+TEST(JpegEdit, FilesWithoutExifGetIt) {
+  Chain with_artist = minimal();
+  set(with_artist[0], text(0x013B, "x"));
+  Chain with_gps = minimal();
+  with_gps[0].entries.insert(
+      with_gps[0].entries.begin() + 1,
+      pointer(0x8825, {octets(0x0000, kByte, std::string_view("\2\0\0\0", 4)), text(0x0001, "N"),
+                       rationals(0x0002, {1, 1, 2, 1, 3, 1})}));
+  Chain with_thumbnail = minimal();
+  with_thumbnail.push_back(ifd_of({text(0x010F, "x")}));
+  const Bytes artist = written_exif(true, with_artist);
+  const Words add = {"-a", "artist=x"};
+  const EditCase cases[] = {
+      {add, jpeg({picture()}), jpeg({artist, picture()})},
+      {add, jpeg({app0_jfif(), app0_jfif(), picture()}),
+       jpeg({app0_jfif(), app0_jfif(), artist, picture()})},
+      {add, jpeg({app0_jfif(), app1_xmp(), app2_icc(), picture()}),
+       jpeg({app0_jfif(), app1_xmp(), artist, app2_icc(), picture()})},
+      {add, jpeg({comment("before"), app0_jfif(), picture()}),
+       jpeg({artist, comment("before"), app0_jfif(), picture()})},
+      {{"-a", "gps-latitude=1 2 3,gps-lat-ref=n"},
+       jpeg({picture()}),
+       jpeg({written_exif(true, with_gps), picture()})},
+      {{"-a", "th-make=x"},
+       jpeg({picture()}),
+       jpeg({written_exif(true, with_thumbnail), picture()})},
+      {{"-a", "exp-bias=1"},
+       jpeg({picture()}),
+       jpeg({written_exif(true, minimal({{0x9204, kSignedRational, {1, 1}, {}}})), picture()})},
+      // Without an addition there is nothing to make a segment for.
+      {{"-qr", "artist"}, jpeg({app1_xmp(), picture()}), jpeg({app1_xmp(), picture()})},
+      {{"-e", "a"}, jpeg({app1_xmp(), picture()}), jpeg({app1_xmp(), picture()})},
+  };
+  for (const EditCase& wanted : cases) check_edit(wanted, "photo.jpg");
+
+  // A file that ends before its scan is written as far as it goes.
+  const Bytes stump = joined({{0xFF, 0xD8}, app0_jfif(), quantisation_table()});
+  check_edit({add, stump, joined({{0xFF, 0xD8}, app0_jfif(), artist, quantisation_table()})},
+             "photo.jpg");
+}
+
+Chain with_artist() {
+  Chain chain = camera();
+  set(chain[0], text(0x013B, "x"));
+  return chain;
+}
+
+Chain without_model() {
+  Chain chain = camera();
+  drop(chain[0], 0x0110);
+  return chain;
+}
+
+TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
+  const Words add = {"-a", "artist=x"};
+  const Words remove = {"-r", "model"};
+  const Bytes foreign_app13 = segment(0xED, bytes_of("Adobe_CM and nothing else in it"));
+  for (const bool big : {false, true}) {
+    SCOPED_TRACE(big ? "MM" : "II");
+    const Bytes old_exif = source_exif(big, camera());
+    const Bytes second_exif = source_exif(!big, {ifd_of({text(0x010F, "Second")})});
+    const Bytes added = written_exif(big, with_artist());
+    const Bytes removed = written_exif(big, without_model());
+    const Bytes tail =
+        joined({app2_flashpix(0), app2_flashpix(1), segment(0xE5, noise(40, 6)),
+                app13_photoshop({resource(1005, "", noise(16, 8))}), foreign_app13, app14_adobe(),
+                segment(0xEF, noise(9, 1)), comment("a note"), picture(), comment("another")});
+    const EditCase cases[] = {
+        {add, jpeg({app1_xmp(), old_exif, tail}), jpeg({app1_xmp(), added, tail})},
+        {add, jpeg({old_exif, app1_xmp(), tail}), jpeg({added, app1_xmp(), tail})},
+        {add, jpeg({app0_jfif(), app1_xmp(), old_exif, app1_xmp(), tail}),
+         jpeg({app0_jfif(), app1_xmp(), added, app1_xmp(), tail})},
+        // The first Exif segment counts; a second is dropped once the first is written anew.
+        {add, jpeg({old_exif, second_exif, tail}), jpeg({added, tail})},
+        {remove, jpeg({old_exif, app1_xmp(), second_exif, tail}),
+         jpeg({removed, app1_xmp(), tail})},
+        {{"-e", "f"},
+         jpeg({old_exif, second_exif, app2_flashpix(1), picture()}),
+         jpeg({old_exif, second_exif, picture()})},
+        // An addition moves Exif before the first segment that is neither APP0 nor APP1; its
+        // thumbnail is still found through its old place. A removal leaves it where it is.
+        {add, jpeg({app2_icc(), old_exif, tail}), jpeg({added, app2_icc(), tail})},
+        {remove, jpeg({app2_icc(), old_exif, tail}), jpeg({app2_icc(), removed, tail})},
+        {add, jpeg({comment("first"), app0_jfif(), old_exif, tail}),
+         jpeg({added, comment("first"), app0_jfif(), tail})},
+        {{"-s"},
+         jpeg({old_exif, picture()}),
+         jpeg({written_exif(big,
+                            [] {
+                              Chain chain = camera();
+                              set(exif(chain), longs(0xA002, {1234}));
+                              set(exif(chain), longs(0xA003, {567}));
+                              return chain;
+                            }()),
+               picture()})},
+        // Erasing leaves what stays as it was, Exif included.
+        {{"-e", "e"}, jpeg({app0_jfif(), old_exif, second_exif, tail}), jpeg({app0_jfif(), tail})},
+        {{"-e", "F"},
+         jpeg({old_exif, app2_icc(), app2_flashpix(0), app2_icc(), app2_flashpix(1), picture()}),
+         jpeg({old_exif, app2_icc(), app2_icc(), picture()})},
+        {{"-e", "i"},
+         jpeg({old_exif, app13_photoshop({}), foreign_app13, app14_adobe(), picture()}),
+         jpeg({old_exif, app14_adobe(), picture()})},
+        {{"-b", "-e", "a"},
+         jpeg({app0_jfif(), old_exif, app1_xmp(), app2_icc(), tail}),
+         jpeg({app0_jfif(), app1_xmp(), app2_icc(), segment(0xE5, noise(40, 6)), app14_adobe(),
+               segment(0xEF, noise(9, 1)), comment("a note"), picture(), comment("another")})},
+        // An erase request beside a list gives way, but what it marked is still written anew.
+        {{"-q", "-e", "a", "-a", "artist=x"},
+         jpeg({app0_jfif(), old_exif, app2_flashpix(1), picture()}),
+         jpeg({app0_jfif(), added, app2_flashpix(1), picture()})},
+    };
+    for (const EditCase& wanted : cases) check_edit(wanted, "photo.jpg");
+  }
+}
+
+TEST(JpegEdit, NewFieldsNeverSplitAnIfdFromWhatIsNestedBehindIt) {
+  const Entry interop = pointer(0xA005, {text(0x0001, "R98")});
+  const Entry exif_version = octets(0x9000, kUndefined, "0220");
+  const Entry title = octets(0x9C9B, kByte, std::string_view("t\0", 2));
+  const Entry seconds = rationals(0x829A, {2000000, 1000000});
+  const Entry make = text(0x010F, "Acme");
+  const Entry gps_version = octets(0x0000, kByte, std::string_view("\2\0\0\0", 4));
+  const Entry north = text(0x0001, "N");
+  const Chain source = {ifd_of({make, pointer(0x8769, {exif_version, interop}), title})};
+  struct {
+    Words arguments;
+    Chain source;
+    Chain expected;
+  } const cases[] = {
+      {{"-a", "gps-lat-ref=n"},
+       source,
+       {ifd_of({make, pointer(0x8769, {exif_version, interop}),
+                pointer(0x8825, {gps_version, north}), title})}},
+      {{"-a", "comment-old=x"},
+       source,
+       {ifd_of({make, pointer(0x8769, {exif_version, interop}),
+                octets(0x9286, kAscii, user_comment("ASCII", "x")), title})}},
+      {{"-a", "exp-time=2"},
+       {ifd_of({make, title})},
+       {ifd_of({make, pointer(0x8769, {seconds, exif_version}), title})}},
+      {{"-a", "exp-time=2"},
+       {ifd_of({title})},
+       {ifd_of({title, pointer(0x8769, {seconds, exif_version})})}},
+      // An entry of the EXIF IFD above the Interoperability pointer stays behind that IFD.
+      {{"-a", "sfr=00"},
+       {ifd_of({make, pointer(0x8769, {exif_version, interop, shorts(0xA217, {2})})})},
+       {ifd_of({make, pointer(0x8769, {exif_version, interop, octets(0xA20C, kUndefined, Bytes{0}),
+                                       shorts(0xA217, {2})})})}},
+  };
+  for (const auto& wanted : cases) {
+    check_edit({wanted.arguments, jpeg({source_exif(false, wanted.source), picture()}),
+                jpeg({written_exif(false, wanted.expected), picture()})},
+               "photo.jpg");
+  }
+}
+
+TEST(JpegEdit, SubIfdArraysAndTheirImages) {
+  for (const bool big : {false, true}) {
+    Ifd preview =
+        ifd_of({longs(0x0100, {160}), image_locator(0x0201, kLong), image_locator(0x0202, kLong)});
+    preview.thumbnail = noise(57, 21);
+    Ifd strips =
+        ifd_of({longs(0x0100, {8}), image_locator(0x0111, kLong), image_locator(0x0117, kShort)});
+    strips.images = {noise(31, 22), noise(32, 23)};
+    Chain chain = camera();
+    set(chain[0], pointer(0x014A, {preview, strips, ifd_of({longs(0x0100, {9})})}));
+    Chain changed = chain;
+    set(changed[0], text(0x013B, "x"));
+    check_edit({{"-a", "artist=x"},
+                jpeg({source_exif(big, chain), picture()}),
+                jpeg({written_exif(big, changed), picture()})},
+               "photo.jpg");
+  }
+}
+
+Chain many_fields(std::uint16_t count) {
+  Ifd ifd;
+  for (std::uint16_t i = 0; i < count; ++i) {
+    ifd.entries.push_back(
+        text(static_cast<std::uint16_t>(0xC000 + i), "value " + std::to_string(i)));
+  }
+  return {ifd};
+}
+
+TEST(JpegEdit, Limits) {
+  // An IFD may hold far more entries than the usual hundred.
+  Chain expected = many_fields(150);
+  set(expected[0], text(0x013B, "x"));
+  check_edit({{"-a", "artist=x"},
+              jpeg({source_exif(true, many_fields(150)), picture()}),
+              jpeg({written_exif(true, expected), picture()})},
+             "photo.jpg");
+
+  // The table of fields holds 200.
+  expected = many_fields(199);
+  set(expected[0], text(0x013B, "x"));
+  check_edit({{"-a", "artist=x,make=y"},
+              jpeg({source_exif(true, many_fields(199)), picture()}),
+              jpeg({written_exif(true, expected), picture()}),
+              "Warning: Field table full. Some edit actions may not have been performed.\n"},
+             "photo.jpg");
+
+  // 38 bytes of structure and 6 of text beside the large field: at data end + 10 = 65,534 the
+  // segment is full.
+  const auto large = [](std::size_t size) {
+    return Chain{ifd_of({octets(0xEA1C, kUndefined, noise(size, 7))})};
+  };
+  const std::size_t largest = 65524 - 38 - 6;
+  expected = large(largest);
+  set(expected[0], text(0x013B, "12345"));
+  check_edit({{"-a", "artist=12345"},
+              jpeg({source_exif(true, large(largest)), picture()}),
+              jpeg({written_exif(true, expected), picture()})},
+             "photo.jpg");
+  const Files too_large = {{"photo.jpg", jpeg({source_exif(true, large(largest + 1)), picture()})}};
+  const Sandbox sandbox(too_large);
+  expect_outcome(sandbox.run({"-a", "artist=12345", "photo.jpg"}), 0, "",
+                 "Error: File photo.jpg: Generated EXIF data too long. File not changed.\n"
+                 "Error: File photo.jpg: EXIF data structure too long\n");
+  expect_files(sandbox, too_large);
+}
+
+TEST(JpegEdit, BackupsAreNumberedAndNeverOverwritten) {
+  const Bytes before = jpeg({source_exif(true, camera()), picture()});
+  const Bytes after = jpeg({written_exif(true, with_artist()), picture()});
+  const Bytes other = bytes_of("somebody's file");
+  struct {
+    const char* name;
+    const char* backup;
+    const char* second;
+  } const cases[] = {
+      {"photo.jpg", "photo-be.jpg", "photo-be(1).jpg"},
+      {"a.b.jpeg", "a.b-be.jpeg", "a.b-be(1).jpeg"},
+      {"archive", "archive-be", "archive-be(1)"},
+      {".hidden", "-be.hidden", "-be(1).hidden"},
+      {"in/a folder/photo.jpg", "in/a folder/photo-be.jpg", "in/a folder/photo-be(1).jpg"},
+  };
+  for (const auto& names : cases) {
+    SCOPED_TRACE(names.name);
+    const Sandbox sandbox({{names.name, before}});
+    // An operand given twice is edited twice.
+    expect_outcome(sandbox.run({"-a", "artist=x", "--", names.name, names.name}), 0, "", "");
+    expect_files(sandbox, {{names.name, after}, {names.backup, before}, {names.second, after}});
+  }
+
+  Files files = {{"photo.jpg", before}, {"photo-be.jpg", other}};
+  for (int i = 1; i < 99; ++i) files["photo-be(" + std::to_string(i) + ").jpg"] = other;
+  const Sandbox sandbox(files);
+  files["photo-be(99).jpg"] = before;
+  files["photo.jpg"] = after;
+  expect_outcome(sandbox.run({"-a", "artist=x", "photo.jpg"}), 0, "", "");
+  expect_files(sandbox, files);
+  expect_outcome(sandbox.run({"-a", "artist=y", "photo.jpg"}), 0, "",
+                 "Error: Can't rename 'photo.jpg' to 'photo-be.jpg': File exists\n"
+                 "Error: File photo.jpg: File rename failed\n");
+  expect_files(sandbox, files);
+}
+
+TEST(JpegEdit, SeveralFilesInOneRun) {
+  const Bytes camera_file = jpeg({source_exif(false, camera()), picture()});
+  const Bytes plain_file = jpeg({quantisation_table(), frame_header(20, 10)});
+  const auto sized = [](Chain chain, std::uint32_t width, std::uint32_t height) {
+    set(chain[0], text(0x013B, "x"));
+    set(exif(chain), longs(0xA002, {width}));
+    set(exif(chain), longs(0xA003, {height}));
+    return chain;
+  };
+  const Sandbox sandbox(
+      {{"1.jpg", camera_file}, {"sub/2.jpg", plain_file}, {"3.jpg", camera_file}});
+  // What was made for one file (the sizes of -s, the minimal fields) is not carried to the next.
+  expect_outcome(
+      sandbox.run({"-b", "-s", "-a", "artist=x", "1.jpg", "sub/2.jpg", "missing", "3.jpg"}), 0, "",
+      "Error: file missing: can't determine file type: No such file or directory\n");
+  const Bytes edited = jpeg({written_exif(false, sized(camera(), 1234, 567)), picture()});
+  const Bytes made = written_exif(true, sized(minimal(), 20, 10));
+  expect_files(sandbox, {{"1.jpg", edited},
+                         {"sub/2.jpg", jpeg({made, quantisation_table(), frame_header(20, 10)})},
+                         {"3.jpg", edited}});
+}
+
+}  // namespace
+}  // namespace tagmend::test

@@ -1,0 +1,446 @@
+// What the program says: usage and version texts, every message of the command line and of the
+// edit lists, exit statuses, and which stream carries what.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+#include <vector>
+
+#include "common/image_builder.h"
+#include "common/run_tagmend.h"
+
+namespace tagmend::test {
+namespace {
+
+constexpr const char* kUsage =
+    "\n"
+    "NAME\n"
+    "\n"
+    "   tagmend - add or remove EXIF fields from one or more image files\n"
+    "\n"
+    "SYNOPSIS\n"
+    "\n"
+    "   tagmend [-biqsu] [-c x] [-j x] \\\n"
+    "             [- field-value-list] [-r field-list] file...\n"
+    "             file...\n"
+    "   tagmend [-i] -e [e|f|i|a] file...\n"
+    "   tagmend [-h|v]\n"
+    "\n"
+    "   -a [field-name=value,field-name=value,... | @file-name | @-] \n"
+    "            Add the specified EXIF fields.\n"
+    "   -b       Do not save a backup copy of the original file(s).\n"
+    "   -c x     Specify alternative quote character\n"
+    "   -e [e|f|i|a]\n"
+    "            Erase meta data:\n"
+    "              e = erase EXIF data\n"
+    "              f = erase Flashpix data\n"
+    "              i = erase IPTC data\n"
+    "              a = erase EXIF, Flashpix, and IPTC data\n"
+    "   -h       Display usage information.\n"
+    "   -i       Include subdirectories.\n"
+    "   -j x     Specify alternative separator character to be used for \n"
+    "            repeating fields.\n"
+    "   -q       Quiet mode. Do not display warning messages\n"
+    "   -r [field-name,field-name,... | @file-name | @-] \n"
+    "            Remove the specifed EXIF fields\n"
+    "   -s       Set EXIF width/height fields to match actual image\n"
+    "   -u       Store EXIF 'comment' field as UNICODE (default is ASCII)\n"
+    "   -v       Display program version information\n"
+    "\n";
+
+constexpr const char* kVersion =
+    "\ntagmend V2.7.0 - 24-November-2005\n\n"
+    "For usage information enter 'tagmend -h'\n\n"
+    "Build Ref: M1.2 $B1.2 $U1.2 $L1.2 $\n\n";
+
+constexpr const char* kNoAction = "Error: No valid edit action specified\n";
+constexpr const char* kThumbnailOption =
+    "Warning: -t option ignored. Thumbnail operations not supported.\n";
+constexpr const char* kEraseIgnored =
+    "Warning: Can't specify -e option with -a, -r, -t, or -s options.\n"
+    "         -e option ignored.\n";
+
+std::string repeated(const std::string& piece, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i) all += piece;
+  return all;
+}
+
+Bytes plain_jpeg() { return jpeg({app0_jfif(), picture()}); }
+
+struct Case {
+  Words arguments;
+  int status;
+  std::string out;
+  std::string err;
+};
+
+/// Runs every case in a directory with one photograph, which must stay as it is.
+void check_without_edit(const std::vector<Case>& cases) {
+  for (const Case& wanted : cases) {
+    SCOPED_TRACE(::testing::PrintToString(wanted.arguments));
+    const Sandbox sandbox({{"photo.jpg", plain_jpeg()}});
+    expect_outcome(sandbox.run(wanted.arguments), wanted.status, wanted.out, wanted.err);
+    expect_files(sandbox, {{"photo.jpg", plain_jpeg()}});
+  }
+}
+
+TEST(Messages, CommandLine) {
+  check_without_edit({
+      {{}, 0, kVersion, ""},
+      {{"-v"}, 0, kVersion, ""},
+      {{"-h"}, 0, kUsage, ""},
+      {{"-hv"}, 0, kUsage, ""},
+      {{"-v", "-a", "artist=x", "photo.jpg"}, 0, kVersion, ""},
+      {{"-h", "-t", "1"}, 0, kUsage, kThumbnailOption},
+      {{"-x"}, 1, "", "tagmend: invalid option -- 'x'\n"},
+      {{"-a"}, 1, "", "tagmend: option requires an argument -- 'a'\n"},
+      {{"-x", "-c", "A", "-s", "photo.jpg"}, 1, "", "tagmend: invalid option -- 'x'\n"},
+      {{"-xh"}, 1, "", "tagmend: invalid option -- 'x'\n"},
+      {{"photo.jpg"}, 1, "", kNoAction},
+      {{"-b", "-d", "-i", "-q", "-u", "photo.jpg"}, 1, "", kNoAction},
+      // Options end at the first operand.
+      {{"photo.jpg", "-s"}, 1, "", kNoAction},
+      {{"--", "-s"}, 1, "", kNoAction},
+      {{"-t", "120"}, 1, "", std::string(kThumbnailOption) + kNoAction},
+      {{"-t120", "-q"}, 1, "", std::string(kThumbnailOption) + kNoAction},
+      {{"-q", "-t", "120"}, 1, "", kNoAction},
+      {{"-e", "x"}, 1, "Error: Invalid erase option '-e x' specified.\n", kNoAction},
+      {{"-q", "-e", "xe"}, 1, "Error: Invalid erase option '-e xe' specified.\n", kNoAction},
+      {{"-c", "ab"}, 1, "", "Error: Quote character (-c ab) is invalid\n"},
+      {{"-c", ""}, 1, "", "Error: Quote character (-c ) is invalid\n"},
+      {{"-j", "xy", "-s"}, 1, "", "Error: Separator character (-j xy) is invalid\n"},
+      {{"-c", "ab", "-j", "ab"},
+       1,
+       "",
+       "Error: Quote character (-c ab) is invalid\nError: Separator character (-j ab) is "
+       "invalid\n"},
+      {{"-p", "FOO=UTF-8"}, 1, "", "Error: Invalid character set type 'FOO' on -p option.\n"},
+      {{"-p", "exif=NoSuchSet"},
+       1,
+       "",
+       "Error: Unrecognised EXIF Character Set name 'NOSUCHSET' on -p option.\n"},
+      {{"-p", "local=NoSuchSet,iptc=NoSuchSet"},
+       1,
+       "",
+       "Error: Unrecognised LOCAL Character Set name 'NOSUCHSET' on -p option.\n"
+       "Error: Unrecognised IPTC Character Set name 'NOSUCHSET' on -p option.\n"},
+      {{"-p", "LOCAL=UTF-8,LOCAL=ASCII"},
+       1,
+       "",
+       "Warning: Attempt to set LOCAL character set mutlple times on -p option, only first value "
+       "used.\n" +
+           std::string(kNoAction)},
+      {{"-q", "-p", "EXIF=UTF-8,EXIF=ASCII", "-p", "EXIF=ASCII"}, 1, "", kNoAction},
+      // The list is read, so there is an action, but no file follows.
+      {{"-s"}, 0, "", ""},
+      {{"-e", "Exact"}, 0, "", ""},
+      {{"-eF"}, 0, "", ""},
+      {{"-a", "artist=x", "-e", "a"}, 0, "", kEraseIgnored},
+      {{"-e", "i", "-r", "artist"}, 0, "", kEraseIgnored},
+      {{"-q", "-e", "f", "-s"}, 0, "", ""},
+      // An erase request that gives way to a list in which nothing is valid leaves no action.
+      {{"-e", "e", "-a", "nosuch=1"},
+       1,
+       "",
+       "Unknown field 'nosuch' ignored.\n" + std::string(kEraseIgnored) + kNoAction},
+  });
+}
+
+TEST(Messages, QuoteAndSeparatorAreCharactersOrNumbers) {
+  check_without_edit({
+      {{"-c", "'", "-a", "artist='a, b'"}, 0, "", ""},
+      {{"-c", "042", "-a", "artist=\"a, b\""}, 0, "", ""},
+      {{"-c", "65", "-a", "artist=Aa, bA"}, 0, "", ""},
+      {{"-c", "321", "-a", "artist=Aa, bA"}, 0, "", ""},  // the low 8 bits
+      {{"-c", "5", "-a", "artist=5a, b5"}, 0, "", ""},    // one character is itself
+      {{"-j", ",", "-s"}, 0, "", ""},
+      {{"-j", "0x", "-s"}, 0, "", ""},
+  });
+}
+
+TEST(Messages, ValuesAreCheckedBeforeAnyFileIsTouched) {
+  const std::string text_1999(1999, 'x');
+  const std::pair<const char*, const char*> refused[] = {
+      {"exp-time=-2", "Invalid number specified"},
+      {"exp-time=1/0", "Invalid number specified"},
+      {"exp-time=3000", "Invalid number specified"},
+      {"exp-time=nan", "Invalid number specified"},
+      {"exp-time=fast", "Invalid number specified"},
+      {"shutter=0", "Invalid number specified"},
+      {"aperture=0.95", "Formatting of this field not yet supported"},
+      {"aperture=-1", "Invalid number specified"},
+      {"exif-ver=0230", "Invalid field value specified"},
+      {"flashpix-ver=0100", "Not enough values supplied"},
+      {"maker-note=00", "Editing of this field is not permitted"},
+      {"strip-off=1", "Editing of this field is not permitted"},
+      {"unknown=1", "Editing of this field is not permitted"},
+      {"gps-ver=2.2.0.0", "Invalid field value specified"},
+      {"gps-latitude=45", "Not enough values supplied"},
+      {"gps-latitude=45 27", "Not enough values supplied"},
+      {"gps-latitude=45.5 27 30", "Fractional value not allowed in this value"},
+      {"gps-latitude=45 27.5 30", "Too many values supplied"},
+      {"gps-latitude=-45 27 30", "Invalid number specified"},
+      {"gps-latitude=45 -27 30", "Invalid number specified"},
+      {"gps-latitude=x 27 30", "Invalid number specified"},
+      {"gps-altitude=-3", "Invalid number specified"},
+      {"gps-altitude=214749.5", "Invalid number specified"},
+      {"gps-date=2004:5:1", "Text string too short"},
+      {"x-res=\"1,2\"", "Too many values supplied"},
+      {"page-num=70000 1", "Invalid number specified"},
+      {"page-num=1", "Not enough values supplied"},
+      {"iso-speed=-1", "Invalid number specified"},
+      {"main-width=4294967296", "Invalid number specified"},
+      {"main-width=wide", "Invalid number specified"},
+      {"oecf=ABC", "Binary hexadecimal string must contain an even number of characters"},
+      {"oecf=ZZ",
+       "Binary hexadecimal string contains characters other than '0123456789AaBbCcDdEeFf'"},
+      {"image-id=1234567890123456789012345678901", "Text string too short"},
+      {"image-id=123456789012345678901234567890123", "Text string too long"},
+      {"orient=sideways", "Invalid field value specified"},
+      {"orient=[nosuchname]", "Invalid field value specified"},
+      {"date-taken=2005:13:01", "Date format invalid"},
+      {"date-taken=2004:05:01 10:20:30 +1300", "Date format invalid"},
+      {"date-taken=10:20", "Time specified where date was expected"},
+      {"ip-exif=00", "Editing of this field is not permitted"},
+      {"ip3-color-seq=1", "Formatting of this field not yet supported"},
+      {"ip-copyrighted=maybe", "Invalid field value specified"},
+      {"ip-date=10:20", "Date format invalid"},
+      {"ip-version=70000", "Invalid number specified"},
+  };
+  std::vector<Case> cases;
+  for (const auto& [item, reason] : refused) {
+    const std::string name = std::string(item).substr(0, std::string(item).find('='));
+    cases.push_back({{"-q", "-a", item},
+                     1,
+                     "",
+                     "Invalid value specified for " + name + ": " + reason + "\n" + kNoAction});
+  }
+  for (const char* const accepted :
+       {"ARTIST=x", "orient=upper-left", "main-width=-1", "iso-speed=65535", "shutter=1/125",
+        "exp-time=2147.4", "gps-latitude=45 27.50", "gps-latitude=\"45,27,30\"",
+        "orient=[date-taken]", "date-taken=01-May-04", "ip-keyword=a;b", "ip-time=10:20:30",
+        "ip-city=a name that is far longer than thirty-two characters"}) {
+    cases.push_back({{"-a", accepted}, 0, "", ""});
+  }
+  cases.push_back({{"-a", "oecf=\"\""},
+                   1,
+                   "",
+                   "Invalid value specified for oecf: Binary hexadecimal string must contain an "
+                   "even number of characters\n" +
+                       std::string(kNoAction)});
+  cases.push_back({{"-a", "description=" + text_1999}, 0, "", ""});
+  cases.push_back({{"-a", "description=" + text_1999 + "x"},
+                   1,
+                   "",
+                   "Internal error - long string exif_encode_field('" + text_1999 + "x')\n"});
+  cases.push_back({{"-a", "ip-exif=00,orient=x,artist=y,IP-CITY=z"},
+                   0,
+                   "",
+                   "Invalid value specified for ip-exif: Editing of this field is not permitted\n"
+                   "Invalid value specified for orient: Invalid field value specified\n"
+                   "Unknown field 'IP-CITY' ignored.\n"});
+  check_without_edit(cases);
+}
+
+TEST(Messages, ListSyntax) {
+  const std::string end_in_value =
+      "Unexpected end of list where value expected. Field 'make' ignored\n";
+  check_without_edit({
+      {{"-a", "make=1,,model=2"}, 0, "", ""},
+      {{"-a", "make="}, 1, "", "End of string reached after '='\n" + end_in_value + kNoAction},
+      {{"-qa", "make="}, 1, "", end_in_value + kNoAction},
+      {{"-a", "make=,model=2"},
+       0,
+       "",
+       "Unexpected ',' where value expected. Previous field name ignored\n"
+       "No value following field 'make', field ignored\n"},
+      {{"-a", "make model=1"}, 0, "", "No value following field 'make', field ignored\n"},
+      {{"-a", "make = 1"},
+       1,
+       "",
+       "Unexpected '=' after ',' ignored\n"
+       "No value following field 'make', field ignored\n"
+       "Unexpected end of list where value expected. Field '1' ignored\n" +
+           std::string(kNoAction)},
+      {{"-c", "'", "-a", "make='x, y',model='',artist='it\\'s'"}, 0, "", ""},
+      {{"-c", "'", "-a", "make='open"},
+       1,
+       "",
+       "End of string reached inside quoted string\n" + end_in_value + kNoAction},
+      {{"-a", "make=x=y"},
+       0,
+       "",
+       "Unexpected '=' ignored\n"
+       "Unexpected end of list where value expected. Field 'y' ignored\n"},
+      {{"-a", "=5"}, 1, "", "Unexpected value '5', field ignored\n" + std::string(kNoAction)},
+      {{"-a", "make==5"}, 0, "", "Unexpected duplicate '=' ignored\n"},
+      {{"-a", "\"make=5"}, 0, "", "Unexpected quote character '\"' ignored\n"},
+      {{"-a", "make=5, \"model=6"}, 0, "", "Unexpected quote character '\"' ignored\n"},
+      {{"-a", "ma\"ke=5"},
+       1,
+       "",
+       "Unexpected quote character '\"' ignored.\n"
+       "Unknown field 'ma\"ke' ignored.\n" +
+           std::string(kNoAction)},
+      {{"-a", "make=a\"b"}, 0, "", "Unexpected '\"' ignored\n"},
+      {{"-c", "'", "-a", "make=a'b"}, 0, "", "Unexpected '\"' ignored\n"},
+      {{"-a", std::string(60, 'n') + "=1"},
+       1,
+       "",
+       "Unknown field '" + std::string(50, 'n') + "' ignored.\n" + kNoAction},
+      {{"-a", ""}, 1, "", kNoAction},
+      {{"-r", " make\tmodel\n,artist"}, 0, "", ""},
+      {{"-r", "nosuch,make"}, 0, "", "Unknown field 'nosuch' ignored.\n"},
+      {{"-r", "=5,make"}, 0, "", "Unexpected value '5' ignored\n"},
+      {{"-r", "exif-offset,end-table"},
+       1,
+       "",
+       "Unknown field 'exif-offset' ignored.\nUnknown field 'end-table' ignored.\n" +
+           std::string(kNoAction)},
+      {{"-a", "@missing.txt"},
+       1,
+       "",
+       "Error: Can't open file list file missing.txt: No such file or directory\n" +
+           std::string(kNoAction)},
+      {{"-r", "@missing.txt", "-s"},
+       0,
+       "",
+       "Error: Can't open file list file missing.txt: No such file or directory\n"},
+  });
+}
+
+TEST(Messages, ListsHoldTwoHundredItemsTogether) {
+  const auto full = [](const std::string& prefix, const std::string& name) {
+    return prefix + "Max number of edit fields reached, " + name +
+           " and all fields following ignored.\n";
+  };
+  check_without_edit({
+      {{"-a", repeated("make=a,", 200)}, 0, "", ""},
+      {{"-qa", repeated("make=a,", 200) + "model=b,artist=c"}, 0, "", full("", "model")},
+      {{"-a", repeated("make=a,", 200), "-a", "nosuch=b"}, 0, "", full("", "nosuch")},
+      {{"-a", repeated("make=a,", 150), "-a", repeated("ip-city=a,", 60)},
+       0,
+       "",
+       full("", "ip-city")},
+      {{"-a", repeated("make=a,", 199), "-r", "model,artist"}, 0, "", full("Warning: ", "artist")},
+      {{"-q", "-a", repeated("make=a,", 199), "-r", "model,artist"}, 0, "", ""},
+  });
+}
+
+TEST(Messages, OperandsThatAreNotEdited) {
+  const Bytes notes =
+      bytes_of("Nothing but words, more than fifty bytes of them, one after another.");
+  const Bytes eps =
+      bytes_of("%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 10 10\n%%EndComments\nshowpage\n");
+  const Files files = {{"notes.txt", notes}, {"plan.eps", eps}};
+  const Sandbox sandbox(files);
+  expect_outcome(sandbox.run({"-qs", "missing.jpg", "no/photo.jpg", "notes.txt", "plan.eps"}), 0,
+                 "",
+                 "Error: file missing.jpg: can't determine file type: No such file or directory\n"
+                 "Error: file no/photo.jpg: can't determine file type: No such file or directory\n"
+                 "Error: File notes.txt: Editing of this file type not supported\n"
+                 "Error: File plan.eps: Editing of this file type not supported\n");
+  const std::string in_a_walk =
+      "Error: Can't extract EXIF fields: Editing of this file type not supported\n";
+  expect_outcome(sandbox.run({"-qs", "."}), 0, "", in_a_walk + in_a_walk);
+  expect_files(sandbox, files);
+}
+
+TEST(Messages, DirectoriesThatCannotBeEntered) {
+  const Sandbox sandbox({{"closed/photo.jpg", plain_jpeg()}, {"unlisted/photo.jpg", plain_jpeg()}});
+  ::chmod(sandbox.path("closed").c_str(), 0);
+  ::chmod(sandbox.path("unlisted").c_str(), 0111);
+  RunSettings settings;
+  settings.as_nobody = true;
+  const Outcome outcome = sandbox.run({"-r", "artist", "closed", "unlisted"}, settings);
+  const Outcome walk = sandbox.run({"-ir", "artist", "."}, settings);
+  ::chmod(sandbox.path("closed").c_str(), 0755);
+  ::chmod(sandbox.path("unlisted").c_str(), 0755);
+  if (outcome.status == 127) GTEST_SKIP() << "other users cannot reach the program";
+  expect_outcome(outcome, 0, "",
+                 "Error: Can't open directory closed\n"
+                 "Error: Can't open directory unlisted:Permission denied\n");
+  expect_outcome(walk, 0, "", "Error: Can't open directory unlisted:Permission denied\n");
+}
+
+/// One camera file with few fields, and what single edits of it say.
+Bytes small_exif(bool with_frame = true) {
+  const Ifd ifd =
+      ifd_of({text(0x010F, "Acme"), pointer(0x8769, {octets(0x9000, kUndefined, "0220")})});
+  return jpeg({source_exif(true, {ifd}), with_frame ? picture() : quantisation_table()});
+}
+
+TEST(Messages, EditsThatPartlyFail) {
+  struct EditCase {
+    Words arguments;
+    Bytes source;
+    bool edited;
+    std::string err;
+  };
+  const std::string unedited = "Error: File photo.jpg: ";
+  const EditCase cases[] = {
+      {{"-r", "artist"},
+       small_exif(),
+       true,
+       "Warning: Could not delete field 'artist', field not found\n"},
+      {{"-qr", "artist"}, small_exif(), true, ""},
+      {{"-r", "make"},
+       small_exif(),
+       false,
+       "Error: Attempt to delete all Camera IFD fields. This is not allowed.\n" + unedited +
+           "Too many fields deleted\n"},
+      {{"-a", "iop-index=R98"},
+       small_exif(),
+       true,
+       "Can't add field Interop. Index, required IFD not found\n"},
+      {{"-a", "orient=[file-base]"},
+       small_exif(),
+       false,
+       "Can't add EXIF field Orientation (start point) (value '[file-base]'): Invalid field value "
+       "specified\n" +
+           unedited + "Invalid field value specified\n"},
+      {{"-a", "orient=[file-base],artist=x"},
+       small_exif(),
+       true,
+       "Can't add EXIF field Orientation (start point) (value '[file-base]'): Invalid field value "
+       "specified\n"},
+      {{"-s"},
+       small_exif(false),
+       true,
+       "Error: photo.jpg. Could not determine actual image dimensions.\n"},
+      {{"-s", "-a", repeated("make=a,", 198)},
+       small_exif(),
+       true,
+       "Can't set EXIF data to actual image values, too many fields editted.\n"},
+      {{"-s", "-a", repeated("make=a,", 197)}, small_exif(), true, ""},
+      {{"-e", "a", "-r", "artist", "-q"}, small_exif(), true, ""},
+  };
+  for (const EditCase& wanted : cases) {
+    SCOPED_TRACE(wanted.arguments.at(1).substr(0, 40));
+    const Sandbox sandbox({{"photo.jpg", wanted.source}});
+    Words arguments = wanted.arguments;
+    arguments.emplace_back("photo.jpg");
+    expect_outcome(sandbox.run(arguments), 0, "", wanted.err);
+    const Files files = sandbox.files();
+    EXPECT_EQ(files.size(), wanted.edited ? 2U : 1U);
+    EXPECT_EQ(files.at(wanted.edited ? "photo-be.jpg" : "photo.jpg"), wanted.source);
+  }
+}
+
+TEST(Messages, StreamsInProgramOrder) {
+  const Sandbox sandbox({{"photo.jpg", plain_jpeg()}, {"walked/photo.jpg", plain_jpeg()}});
+  RunSettings merged;
+  merged.merged = true;
+  EXPECT_EQ(sandbox.run({"-c", "ab", "-e", "x", "-j", "yz"}, merged).out,
+            "Error: Quote character (-c ab) is invalid\n"
+            "Error: Invalid erase option '-e x' specified.\n"
+            "Error: Separator character (-j yz) is invalid\n");
+  EXPECT_EQ(sandbox.run({"-r", "artist", "walked", "missing.jpg"}, merged).out,
+            "Warning: Could not delete field 'artist', field not found\n"
+            "photo.jpg: Edit successful.\n"
+            "Error: file missing.jpg: can't determine file type: No such file or directory\n");
+}
+
+}  // namespace
+}  // namespace tagmend::test

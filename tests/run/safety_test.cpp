@@ -1,0 +1,295 @@
+// The photograph is never at risk: whatever fails, its name leads to the whole old or the whole new
+// file, and the original's bytes are never lost.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "common/edit_case.h"
+#include "common/image_builder.h"
+#include "common/run_tagmend.h"
+
+namespace tagmend::test {
+namespace {
+
+Bytes before() { return jpeg({app0_jfif(), source_exif(false, camera()), app2_icc(), picture()}); }
+
+Bytes after() {
+  Chain chain = camera();
+  set(chain[0], text(0x013B, "x"));
+  return jpeg({app0_jfif(), written_exif(false, chain), app2_icc(), picture()});
+}
+
+std::string temporary_name(pid_t process, int number) {
+  char name[64];
+  std::snprintf(name, sizeof name, "orvale_%lx%d", static_cast<unsigned long>(process), number);
+  return name;
+}
+
+const Words kAdd = {"-b", "-a", "artist=x", "photo.jpg"};
+
+TEST(Safety, DirectoryThatCannotBeWritten) {
+  const Sandbox sandbox({{"photo.jpg", before()}});
+  ::chmod(sandbox.path("").c_str(), 0555);
+  RunSettings settings;
+  settings.as_nobody = true;
+  const Outcome outcome = sandbox.run(kAdd, settings);
+  ::chmod(sandbox.path("").c_str(), 0755);
+  if (outcome.status == 127) GTEST_SKIP() << "other users cannot reach the program";
+  const std::string name = temporary_name(outcome.pid, 0);
+  expect_outcome(outcome, 0, "",
+                 "Error: Can't open file " + name + ": Permission denied\n" +
+                     "Error: Can't create destination file " + name + ": Can't open file\n" +
+                     "Error: File photo.jpg: Can't open file\n");
+  expect_files(sandbox, {{"photo.jpg", before()}});
+}
+
+TEST(Safety, TemporaryNameThatIsTaken) {
+  const Sandbox sandbox({{"photo.jpg", before()}});
+  RunSettings settings;
+  settings.before_exec = [] {
+    FILE* const file = std::fopen(temporary_name(::getpid(), 0).c_str(), "wb");
+    std::fputs("mine", file);
+    std::fclose(file);
+  };
+  const Outcome outcome = sandbox.run(kAdd, settings);
+  const std::string name = temporary_name(outcome.pid, 0);
+  expect_outcome(outcome, 0, "",
+                 "Error: Can't open file " + name + ": File exists\n" +
+                     "Error: Can't create destination file " + name + ": Can't open file\n" +
+                     "Error: File photo.jpg: Can't open file\n");
+  expect_files(sandbox, {{"photo.jpg", before()}, {name, bytes_of("mine")}});
+}
+
+TEST(Safety, NewFileThatCannotBeFinished) {
+  const Sandbox sandbox({{"photo.jpg", before()}, {"photo.tif", written_tiff(true, camera())}});
+  RunSettings settings;
+  settings.before_exec = [] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit = {700, 700};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  };
+  const Outcome outcome = sandbox.run({"-b", "-a", "artist=x", "photo.jpg", "photo.tif"}, settings);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_NE(outcome.err.find("Error: File photo.jpg: Error while writing image file\n"),
+            std::string::npos)
+      << outcome.err;
+  EXPECT_NE(outcome.err.find("Error: File photo.tif: Error while writing image file\n"),
+            std::string::npos)
+      << outcome.err;
+  expect_files(sandbox, {{"photo.jpg", before()}, {"photo.tif", written_tiff(true, camera())}});
+}
+
+TEST(Safety, SignalsLeaveNoTemporaryFile) {
+  Bytes large = before();
+  const Bytes pixels = noise(48U << 20U, 1);
+  large.insert(large.end(), pixels.begin(), pixels.end());
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    const Sandbox sandbox({{"photo.jpg", large}});
+    RunSettings settings;
+    // A helper process sends the signal as soon as a temporary file shows.
+    settings.before_exec = [number] {
+      const pid_t editor = ::getpid();
+      const std::string name = temporary_name(editor, 0);
+      if (::fork() != 0) return;
+      for (int i = 0; i < 2000000 && ::access(name.c_str(), F_OK) != 0; ++i) {
+      }
+      ::kill(editor, number);
+      ::_exit(0);
+    };
+    const Outcome outcome = sandbox.run(kAdd, settings);
+    EXPECT_TRUE(outcome.status == -number || outcome.status == 0) << outcome.status;
+    const Files files = sandbox.files();
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files.begin()->first, "photo.jpg");
+    if (outcome.status == 0) continue;  // the run was quicker than the signal
+    EXPECT_TRUE(files.begin()->second == large ||
+                files.begin()->second.size() == large.size() - before().size() + after().size());
+  }
+}
+
+TEST(Safety, WhatCouldNotBeReadStaysInTheBackup) {
+  const Entry unknown_type{0xC123, 16, {}, {}};
+  Chain odd = camera();
+  odd[0].entries.push_back(unknown_type);
+  Chain edited = camera();
+  set(edited[0], text(0x013B, "x"));
+  // Data of an IFD that lies past the end of the file.
+  Bytes cut_pointer =
+      scattered_tiff(true, {ifd_of({text(0x010F, "Acme"), longs(0x8825, {60000})})});
+  Chain without_gps = {ifd_of({text(0x010F, "Acme"), text(0x013B, "x")})};
+  struct {
+    Bytes source;
+    Bytes expected;
+  } const cases[] = {
+      {jpeg({source_exif(true, odd), picture()}), jpeg({written_exif(true, edited), picture()})},
+      {jpeg({app1_exif(cut_pointer), picture()}),
+       jpeg({written_exif(true, without_gps), picture()})},
+  };
+  const std::string warning =
+      "Warning: File photo.jpg: some metadata could not be read, original kept as "
+      "'photo-be.jpg'\n";
+  for (const auto& wanted : cases) {
+    for (const bool quiet : {false, true}) {
+      const Sandbox sandbox({{"photo.jpg", wanted.source}});
+      expect_outcome(sandbox.run({quiet ? "-bq" : "-b", "-a", "artist=x", "photo.jpg"}), 0, "",
+                     quiet ? "" : warning);
+      expect_files(sandbox, {{"photo.jpg", wanted.expected}, {"photo-be.jpg", wanted.source}});
+    }
+  }
+}
+
+TEST(Safety, TheNewFileTakesOverWhatTheOldOneWas) {
+  const Sandbox sandbox({{"photo.jpg", before()}});
+  const std::string path = sandbox.path("photo.jpg");
+  ASSERT_EQ(::link(path.c_str(), sandbox.path("other-name.jpg").c_str()), 0);
+  ::chmod(path.c_str(), 0604);
+  const bool privileged = ::geteuid() == 0 && ::chown(path.c_str(), 1234, 2345) == 0;
+  const bool attributes = ::setxattr(path.c_str(), "user.rating", "5", 1, 0) == 0;
+  struct stat old_status = {};
+  ::stat(path.c_str(), &old_status);
+  expect_outcome(sandbox.run({"-a", "artist=x", "photo.jpg"}), 0, "", "");
+  struct stat status = {};
+  ASSERT_EQ(::stat(path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode, old_status.st_mode);
+  if (privileged) {
+    EXPECT_EQ(status.st_uid, 1234U);
+    EXPECT_EQ(status.st_gid, 2345U);
+  }
+  char value = 0;
+  if (attributes) {
+    EXPECT_EQ(::getxattr(path.c_str(), "user.rating", &value, 1), 1);
+    EXPECT_EQ(value, '5');
+  }
+  // The backup is the original file itself; its other names still lead to it.
+  ASSERT_EQ(::stat(sandbox.path("photo-be.jpg").c_str(), &status), 0);
+  EXPECT_EQ(status.st_ino, old_status.st_ino);
+  expect_files(sandbox,
+               {{"photo.jpg", after()}, {"photo-be.jpg", before()}, {"other-name.jpg", before()}});
+}
+
+TEST(Safety, NamesThatAreTooLongEndTheRunFirst) {
+  const std::string name = std::string(94, 'n') + ".jpg";
+  const std::string bare(98, 'b');
+  const Files files = {{name, before()}, {bare, before()}};
+  const Sandbox sandbox(files);
+  const Outcome dotted = sandbox.run({"-b", "-a", "artist=x", name});
+  EXPECT_EQ(dotted.status, 1);
+  EXPECT_EQ(dotted.out.rfind("ASSERT failed at 4883 in ", 0), 0U) << dotted.out;
+  const Outcome undotted = sandbox.run({"-b", "-a", "artist=x", bare});
+  EXPECT_EQ(undotted.status, 1);
+  EXPECT_EQ(undotted.out.rfind("ASSERT failed at 4897 in ", 0), 0U) << undotted.out;
+  EXPECT_EQ(dotted.err + undotted.err, "");
+  expect_files(sandbox, files);
+}
+
+TEST(Safety, TinyAndEmptyFilesAreLeftAlone) {
+  const Files files = {{"0.jpg", {}},
+                       {"1.jpg", {0xFF}},
+                       {"2.jpg", {0xFF, 0xD8}},
+                       {"4.tif", bytes_of(std::string_view("II*\0", 4))},
+                       {"8.tif", bytes_of(std::string_view("MM\0*\0\0\0\10", 8))},
+                       {"49.jpg", joined({{0xFF, 0xD8}, noise(47, 1)})}};
+  const Sandbox sandbox(files);
+  Words arguments = {"-b", "-a", "artist=x"};
+  for (const auto& file : files) arguments.push_back(file.first);
+  EXPECT_EQ(sandbox.run(arguments).status, 0);
+  EXPECT_EQ(sandbox.run({"-b", "-a", "artist=x", "."}).status, 0);
+  expect_files(sandbox, files);
+}
+
+/// Every damaged file in one directory, edited by one run: nothing crashes or hangs, and each file
+/// is as it was, or was edited and its damaged original stands beside it.
+void check_damaged(const std::string& extension, const std::vector<Bytes>& damaged) {
+  constexpr std::size_t kBatch = 250;  // the list of created files holds two names for each
+  for (std::size_t first = 0; first < damaged.size(); first += kBatch) {
+    Files files;
+    for (std::size_t i = first; i < std::min(first + kBatch, damaged.size()); ++i) {
+      files["d/" + std::to_string(i) + extension] = damaged[i];
+    }
+    const Sandbox sandbox(files);
+    const auto start = std::chrono::steady_clock::now();
+    const Outcome outcome = sandbox.run(
+        {"-s", "-a", "artist=x,gps-latitude=1 2 3,comment=[make]", "-r", "model,th-comp", "d"});
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(took.count(), 60);
+    EXPECT_EQ(outcome.status, 0) << "files from " << first << ": " << outcome.err.substr(0, 3000);
+    const Files found = sandbox.files();
+    for (const auto& [name, content] : files) {
+      const auto now = found.find(name);
+      ASSERT_NE(now, found.end()) << name;
+      const std::string stem = name.substr(0, name.rfind('.'));
+      const auto backup = found.find(stem + "-be" + extension);
+      if (backup == found.end()) {
+        EXPECT_EQ(difference(content, now->second), "") << name << " was edited without a backup";
+      } else {
+        EXPECT_EQ(difference(content, backup->second), "") << name;
+      }
+    }
+    for (const auto& [name, content] : found) {
+      EXPECT_EQ(name.find("orvale_"), std::string::npos) << name << " was left behind";
+    }
+  }
+}
+
+std::vector<Bytes> cut_and_flipped(const Bytes& whole, std::uint32_t seed) {
+  std::vector<Bytes> damaged;
+  for (std::size_t size = 0; size < whole.size(); size += 1 + whole.size() / 300) {
+    damaged.emplace_back(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+  }
+  const Bytes places = noise(4 * 300, seed);
+  const Bytes values = noise(300, seed + 1);
+  for (std::size_t i = 0; i < 300; ++i) {
+    const std::uint32_t place = places[4 * i] << 16U | places[4 * i + 1] << 8U | places[4 * i + 2];
+    Bytes flipped = whole;
+    flipped[2 + place % (whole.size() - 2)] ^= static_cast<std::uint8_t>(values[i] | 1U);
+    damaged.push_back(std::move(flipped));
+  }
+  return damaged;
+}
+
+TEST(Safety, DamagedFiles) {
+  Chain pages = camera();
+  Ifd strips =
+      ifd_of({longs(0x0100, {8}), image_locator(0x0111, kLong), image_locator(0x0117, kShort)});
+  strips.images = {noise(31, 22), noise(32, 23)};
+  set(pages[0], pointer(0x014A, {strips, strips}));
+  pages.push_back(strips);
+  for (const bool big : {false, true}) {
+    const Bytes resources =
+        app13_photoshop({resource(1028, "",
+                                  joined({dataset(2, 0, Bytes{0, 2}), dataset(2, 25, "word"),
+                                          dataset(2, 120, "A caption")})),
+                         resource(1034, "", {1, 0}), resource(1005, "Name", noise(16, 8))});
+    check_damaged(".jpg", cut_and_flipped(jpeg({app0_jfif(), source_exif(big, camera()), resources,
+                                                app2_flashpix(1), picture()}),
+                                          big ? 1 : 3));
+    check_damaged(".tif", cut_and_flipped(scattered_tiff(big, pages), big ? 5 : 7));
+  }
+}
+
+/// Every count, offset and type of an IFD set to the values that break careless readers.
+TEST(Safety, NumbersThatLie) {
+  std::vector<Bytes> damaged;
+  const Bytes whole = scattered_tiff(true, camera());
+  for (std::size_t at = 4; at + 4 <= whole.size(); at += 2) {
+    for (const std::uint32_t value :
+         {0U, 1U, 8U, 0x7FFFFFFFU, 0xFFFFFFFFU, static_cast<std::uint32_t>(at),
+          static_cast<std::uint32_t>(whole.size())}) {
+      Bytes lying = whole;
+      put(lying, at, value, 4, true);
+      damaged.push_back(std::move(lying));
+    }
+  }
+  check_damaged(".tif", damaged);
+}
+
+}  // namespace
+}  // namespace tagmend::test

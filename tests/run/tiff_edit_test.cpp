@@ -1,0 +1,185 @@
+// Whole edits of TIFF files: pages, strips, tiles and sub-images move with the IFDs that describe
+// them, whatever the layout of the source.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "common/edit_case.h"
+#include "common/image_builder.h"
+#include "common/run_tagmend.h"
+
+namespace tagmend::test {
+namespace {
+
+/// An image of strips; the last strip has an even size.
+Ifd page(std::uint32_t seed, std::uint32_t strips, Type offsets, Type counts) {
+  Ifd ifd = ifd_of({shorts(0x0100, {16}), shorts(0x0101, {8 * strips}), shorts(0x0102, {8}),
+                    shorts(0x0103, {1}), shorts(0x0106, {1}), image_locator(0x0111, offsets),
+                    shorts(0x0115, {1}), longs(0x0116, {8}), image_locator(0x0117, counts),
+                    rationals(0x011A, {72, 1})});
+  for (std::uint32_t i = 0; i < strips; ++i) {
+    ifd.images.push_back(noise(i + 1 < strips ? 127 + i : 128, seed + i));
+  }
+  return ifd;
+}
+
+Ifd tiled(std::uint32_t seed) {
+  Ifd ifd = ifd_of({longs(0x0100, {32}), longs(0x0101, {16}), shorts(0x0102, {8, 8, 8}),
+                    shorts(0x0142, {16}), shorts(0x0143, {16}), image_locator(0x0144, kLong),
+                    image_locator(0x0145, kLong)});
+  ifd.images = {noise(251, seed), noise(256, seed + 1)};
+  return ifd;
+}
+
+Ifd jpeg_preview(std::uint32_t seed) {
+  Ifd ifd = ifd_of({longs(0x0100, {160}), shorts(0x0103, {6}), image_locator(0x0201, kLong),
+                    image_locator(0x0202, kLong)});
+  ifd.thumbnail = noise(97, seed);
+  return ifd;
+}
+
+/// The edit on scattered sources of both byte orders. The same edit of the result must give the
+/// same bytes again.
+void check_tiff(const Words& arguments, const Chain& source, const Chain& expected,
+                const std::string& err = {}) {
+  for (const bool big : {false, true}) {
+    SCOPED_TRACE(big ? "MM" : "II");
+    const Bytes written = written_tiff(big, expected);
+    check_edit({arguments, scattered_tiff(big, source), written, err}, "photo.tif");
+    check_edit({arguments, written, written, err}, "photo.tif");
+  }
+}
+
+TEST(TiffEdit, EveryStructureIsCarriedOver) {
+  Ifd with_metadata = page(1, 2, kLong, kLong);
+  set(with_metadata,
+      pointer(0x8769, {rationals(0x829A, {1, 60}), octets(0x9000, kUndefined, "0220"),
+                       pointer(0xA005, {text(0x0001, "R98")})}));
+  set(with_metadata, pointer(0x8825, {text(0x0001, "N"), rationals(0x0002, {1, 1, 2, 1, 3, 1})}));
+  Ifd with_sub_images = page(11, 1, kLong, kLong);
+  set(with_sub_images, pointer(0x014A, {page(21, 3, kLong, kShort), tiled(31), jpeg_preview(41)}));
+  Ifd with_one_sub_image = jpeg_preview(51);
+  set(with_one_sub_image, pointer(0x014A, std::vector<Ifd>{page(61, 2, kLong, kLong)}));
+  Ifd inside_and_outside = page(71, 2, kLong, kLong);
+  set(inside_and_outside, image_locator(0x0201, kLong));
+  set(inside_and_outside, image_locator(0x0202, kShort));
+  inside_and_outside.thumbnail = noise(20, 79);
+
+  const std::vector<Chain> structures = {
+      {page(1, 1, kLong, kLong)},
+      {page(2, 1, kShort, kShort)},
+      {page(3, 2, kShort, kShort)},  // two SHORTs stand in the entry itself
+      {page(4, 3, kShort, kLong)},
+      {page(5, 5, kLong, kShort)},
+      {tiled(6)},
+      {page(7, 1, kLong, kLong), page(17, 3, kLong, kLong)},
+      {page(8, 2, kLong, kLong), jpeg_preview(18), tiled(28), jpeg_preview(38)},
+      {page(9, 2, kLong, kLong), page(19, 1, kLong, kLong), page(29, 2, kShort, kShort),
+       page(39, 1, kLong, kLong), page(49, 3, kLong, kLong), tiled(59), page(69, 2, kLong, kLong)},
+      {with_metadata},
+      {with_sub_images, page(91, 1, kLong, kLong)},
+      {with_one_sub_image},
+  };
+  for (std::size_t i = 0; i < structures.size(); ++i) {
+    SCOPED_TRACE("structure " + std::to_string(i));
+    Chain added = structures[i];
+    set(added[0], text(0x013B, "J. Doe"));
+    check_tiff({"-a", "artist=J. Doe"}, structures[i], added);
+  }
+  // The pair is rewritten as LONGs.
+  Chain added = {inside_and_outside};
+  set(added[0], image_locator(0x0202, kLong));
+  set(added[0], text(0x013B, "x"));
+  check_tiff({"-a", "artist=x"}, {inside_and_outside}, added);
+}
+
+TEST(TiffEdit, FieldsAreAddedReplacedAndRemoved) {
+  const Chain plain = {page(1, 2, kLong, kLong), page(5, 1, kLong, kLong),
+                       page(9, 2, kLong, kLong)};
+  const auto changed = [&plain](auto change) {
+    Chain chain = plain;
+    change(chain);
+    return chain;
+  };
+  check_tiff({"-a", "x-res=300,description=A \"page\",th-description=second"}, plain,
+             changed([](Chain& c) {
+               set(c[0], rationals(0x011A, {300, 1}));
+               set(c[0], text(0x010E, "A \"page\""));
+               set(c[1], text(0x010E, "second"));
+             }),
+             "Unexpected '\"' ignored\nUnexpected '\"' ignored\n");
+  check_tiff({"-a", "exp-time=1/4,gps-alt-ref=s"}, plain, changed([](Chain& c) {
+               set(c[0], pointer(0x8769, {rationals(0x829A, {250000, 1000000}),
+                                          octets(0x9000, kUndefined, "0220")}));
+               set(c[0], pointer(0x8825, {octets(0x0000, kByte, std::string_view("\2\0\0\0", 4)),
+                                          octets(0x0005, kByte, std::string_view("\0", 1))}));
+             }));
+  const Words no_resolution = {"-q", "-r", "x-res,th-x-res"};
+  check_tiff(no_resolution, plain, changed([](Chain& c) {
+               drop(c[0], 0x011A);
+               drop(c[1], 0x011A);
+             }));
+  const std::string all_of_the_second =
+      "th-width,th-len,th-bits-sam,th-comp,th-photo-int,th-strip-off,th-sample-pix,th-row-strip,"
+      "th-strip-cnt,th-x-res";
+  check_tiff({"-q", "-r", all_of_the_second}, plain,
+             changed([](Chain& c) { c.erase(c.begin() + 1); }));
+}
+
+TEST(TiffEdit, OptionsThatHaveNoTiffSide) {
+  const Chain plain = {page(1, 2, kLong, kLong)};
+  check_tiff({"-s"}, plain, plain,
+             "Error: photo.tif. Could not determine actual image dimensions.\n");
+  for (const char* const what : {"e", "f", "i", "a"}) check_tiff({"-e", what}, plain, plain);
+  check_tiff({"-b", "-r", "x-res", "-q"}, plain, [&] {
+    Chain chain = plain;
+    drop(chain[0], 0x011A);
+    return chain;
+  }());
+}
+
+TEST(TiffEdit, ImageDataThatCannotMoveIsRefused) {
+  const auto with = [](Entry entry) {
+    Ifd ifd = page(1, 2, kLong, kLong);
+    set(ifd, std::move(entry));
+    return Chain{ifd};
+  };
+  Chain no_counts = {page(1, 2, kLong, kLong)};
+  drop(no_counts[0], 0x0117);
+  Chain no_offsets = {page(1, 1, kLong, kLong)};
+  no_offsets[0].images.clear();
+  drop(no_offsets[0], 0x0111);
+  Chain three_counts = {page(1, 2, kLong, kLong)};
+  three_counts[0].images.clear();
+  *find(three_counts[0], 0x0111) = longs(0x0111, {64, 128});
+  *find(three_counts[0], 0x0117) = longs(0x0117, {8, 8, 8});
+  Chain second_page = {page(1, 2, kLong, kLong), no_counts[0]};
+  Chain sub_image = {page(1, 2, kLong, kLong)};
+  set(sub_image[0], pointer(0x014A, std::vector<Ifd>{no_counts[0]}));
+  Chain tiles = {tiled(3)};
+  drop(tiles[0], 0x0145);
+  const Chain refused[] = {with(longs(0x0207, {8, 8})),
+                           with(longs(0x0208, {8})),
+                           with(longs(0x0209, {8})),
+                           with(longs(0x0120, {8})),
+                           no_counts,
+                           three_counts,
+                           second_page,
+                           sub_image,
+                           tiles};
+  for (std::size_t i = 0; i < std::size(refused); ++i) {
+    SCOPED_TRACE("refused " + std::to_string(i));
+    for (const bool big : {false, true}) {
+      const Files files = {{"photo.tif", scattered_tiff(big, refused[i])}};
+      const Sandbox sandbox(files);
+      expect_outcome(sandbox.run({"-b", "-a", "artist=x", "photo.tif"}), 0, "",
+                     "Error: File photo.tif: Editing of this file type not supported\n");
+      expect_files(sandbox, files);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tagmend::test

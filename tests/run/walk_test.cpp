@@ -1,0 +1,174 @@
+// Operands and directory walks: which files are edited, under what names they are known, and where
+// the walk ends.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "common/image_builder.h"
+#include "common/run_tagmend.h"
+
+namespace tagmend::test {
+namespace {
+
+Bytes photo(const std::string& description = {}) {
+  Ifd ifd = ifd_of({text(0x010F, "Acme")});
+  if (description.empty()) return jpeg({source_exif(true, {ifd}), picture()});
+  set(ifd, text(0x010E, description));
+  return jpeg({written_exif(true, {ifd}), picture()});
+}
+
+/// The lines of a stream, sorted: a walk meets files in the order of the system.
+std::vector<std::string> sorted_lines(const std::string& text) {
+  std::vector<std::string> lines;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find('\n', at), text.size());
+    lines.push_back(text.substr(at, end - at));
+    at = end + 1;
+  }
+  std::sort(lines.begin(), lines.end());
+  return lines;
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(Walk, NamesAndDirectoriesAreThoseOfTheOperand) {
+  // What [file-name-full] and [file-dir] say of the one file that each operand leads to.
+  struct {
+    Words operands;
+    const char* edited;
+    const char* description;
+    const char* out;
+  } const cases[] = {
+      {{"a.jpg"}, "a.jpg", "a.jpg|", ""},
+      {{"./a.jpg"}, "a.jpg", "./a.jpg|.", ""},
+      {{"one/two/b.jpg"}, "one/two/b.jpg", "one/two/b.jpg|one/two", ""},
+      {{"one/two"}, "one/two/b.jpg", "one/two/b.jpg|one/two", "b.jpg: Edit successful.\n"},
+      {{"-i", "one"}, "one/two/b.jpg", "one/two/b.jpg|one/two", "b.jpg: Edit successful.\n"},
+      {{"."}, "a.jpg", "./a.jpg|.", "a.jpg: Edit successful.\n"},
+      {{"one/.."}, "a.jpg", "one/../a.jpg|one/..", "a.jpg: Edit successful.\n"},
+      {{"one"}, nullptr, "", ""},
+  };
+  for (const auto& wanted : cases) {
+    SCOPED_TRACE(::testing::PrintToString(wanted.operands));
+    const Sandbox sandbox({{"a.jpg", photo()}, {"one/two/b.jpg", photo()}});
+    Words arguments = {"-b", "-a", "description=[file-name-full]|[file-dir]"};
+    arguments.insert(arguments.end(), wanted.operands.begin(), wanted.operands.end());
+    expect_outcome(sandbox.run(arguments), 0, wanted.out, "");
+    Files expected = {{"a.jpg", photo()}, {"one/two/b.jpg", photo()}};
+    if (wanted.edited != nullptr) expected[wanted.edited] = photo(wanted.description);
+    expect_files(sandbox, expected);
+  }
+}
+
+TEST(Walk, EveryImageOfADirectoryOnce) {
+  const Bytes notes =
+      bytes_of("Nothing but words, more than fifty bytes of them, one after another.");
+  Files files = {{"d/notes.txt", notes}, {"d/sub/s.jpg", photo()}, {"after.jpg", photo()}};
+  Files edited = {{"d/notes.txt", notes},
+                  {"d/sub/s.jpg", photo()},
+                  {"after.jpg", photo("x")},
+                  {"after-be.jpg", photo()}};
+  Lines successes;
+  for (int i = 0; i < 40; ++i) {
+    const std::string name = "photo" + std::to_string(i);
+    files["d/" + name + ".jpg"] = photo();
+    edited["d/" + name + ".jpg"] = photo("x");
+    edited["d/" + name + "-be.jpg"] = photo();
+    successes.push_back(name + ".jpg: Edit successful.");
+  }
+  std::sort(successes.begin(), successes.end());
+  const Sandbox sandbox(files);
+  const Outcome flat = sandbox.run({"-q", "-a", "description=x", "d", "after.jpg"});
+  EXPECT_EQ(flat.status, 0);
+  EXPECT_EQ(sorted_lines(flat.out), successes);
+  EXPECT_EQ(flat.err,
+            "Error: Can't extract EXIF fields: Editing of this file type not supported\n");
+  expect_files(sandbox, edited);
+
+  // With -i also the subdirectory, to which the walk comes back once.
+  const Sandbox deep(files);
+  const Outcome nested = deep.run({"-i", "-a", "description=x", "d", "after.jpg"});
+  successes.emplace_back("s.jpg: Edit successful.");
+  std::sort(successes.begin(), successes.end());
+  EXPECT_EQ(sorted_lines(nested.out), successes);
+  edited["d/sub/s.jpg"] = photo("x");
+  edited["d/sub/s-be.jpg"] = photo();
+  expect_files(deep, edited);
+}
+
+TEST(Walk, SymbolicLinksAreFollowedButNotForever) {
+  const Sandbox sandbox(
+      {{"top/a.jpg", photo()}, {"top/sub/b.jpg", photo()}, {"else/c.jpg", photo()}});
+  ASSERT_EQ(::symlink("../..", sandbox.path("top/sub/loop").c_str()), 0);
+  ASSERT_EQ(::symlink("nowhere", sandbox.path("top/dangling").c_str()), 0);
+  const Outcome outcome = sandbox.run({"-i", "-q", "-a", "description=x", "top"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(sorted_lines(outcome.out), (Lines{"a.jpg: Edit successful.", "b.jpg: Edit successful.",
+                                              "c.jpg: Edit successful."}));
+  const Lines errors = sorted_lines(outcome.err);
+  ASSERT_EQ(errors.size(), 2U) << outcome.err;
+  EXPECT_EQ(errors[0].rfind("Error: Can't open directory ", 0), 0U) << errors[0];
+  EXPECT_EQ(errors[1],
+            "Error: file dangling: can't determine file type: No such file or directory");
+  expect_files(sandbox, {{"top/a.jpg", photo("x")},
+                         {"top/a-be.jpg", photo()},
+                         {"top/sub/b.jpg", photo("x")},
+                         {"top/sub/b-be.jpg", photo()},
+                         {"else/c.jpg", photo("x")},
+                         {"else/c-be.jpg", photo()},
+                         {"top/sub/loop", bytes_of("-> ../..")},
+                         {"top/dangling", bytes_of("-> nowhere")}});
+}
+
+TEST(Walk, DeepPathsAndLongStartDirectories) {
+  std::string deep;
+  for (int i = 0; i < 40; ++i) deep += std::string(30, 'd') + std::to_string(i) + "/";
+  const Files files = {{deep + "photo.jpg", photo()}};
+  const Files edited = {{deep + "photo.jpg", photo("x")}};
+  const Words options = {"-b", "-i", "-a", "description=x"};
+  const auto with = [&options](const Words& operands) {
+    Words all = options;
+    all.insert(all.end(), operands.begin(), operands.end());
+    return all;
+  };
+  const Sandbox walked(files);
+  expect_outcome(walked.run(with({"."})), 0, "photo.jpg: Edit successful.\n", "");
+  expect_files(walked, edited);
+  const Sandbox named(files);
+  expect_outcome(named.run(with({deep + "photo.jpg"})), 0, "", "");
+  expect_files(named, edited);
+  // From a start directory of over a thousand characters, into another and back.
+  const Sandbox started(files);
+  RunSettings settings;
+  settings.directory = deep;
+  expect_outcome(started.run(with({"/proc/self/missing", "..", "photo.jpg"}), settings), 0,
+                 "photo.jpg: Edit successful.\n",
+                 "Error: file /proc/self/missing: can't determine file type: No such file or "
+                 "directory\n");
+  expect_files(started, edited);
+}
+
+TEST(Walk, TheListOfCreatedFilesHoldsAThousandNames) {
+  Files files;
+  for (int i = 0; i < 501; ++i) files["d/" + std::to_string(i) + ".jpg"] = photo();
+  const Sandbox sandbox(files);
+  const Outcome outcome = sandbox.run({"-a", "description=x", "d"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "Error: Max number of temp files created (1000) - exiting\n");
+  EXPECT_EQ(sorted_lines(outcome.out).size(), 500U);
+  const Files found = sandbox.files();
+  EXPECT_EQ(found.size(), 1001U);
+  EXPECT_EQ(std::count_if(found.begin(), found.end(),
+                          [](const auto& file) { return file.second == photo("x"); }),
+            500);
+  EXPECT_EQ(std::count_if(found.begin(), found.end(),
+                          [](const auto& file) { return file.second == photo(); }),
+            501);
+}
+
+}  // namespace
+}  // namespace tagmend::test

@@ -1,0 +1,181 @@
+#include "support/byte_cursor.h"
+
+#include <array>
+
+#include "support/settings.h"
+#include "support/support_test_tools.h"
+
+namespace tagmend {
+namespace {
+
+using test::Octets;
+
+ByteCursor cursor_over(Octets& bytes, MFILE* file = nullptr) {
+  ByteCursor cursor;
+  cursor_init(cursor, file, bytes, 0);
+  return cursor;
+}
+
+TEST(ByteCursor, NumbersFollowTheByteOrder) {
+  Octets bytes(14);
+  for (const bool big_endian : {false, true}) {
+    ByteCursor cursor = cursor_over(bytes);
+    cursor.big_endian = big_endian;
+    cursor_put_u16(cursor, 0x1234);
+    cursor_put_u32(cursor, 0x56789ABC);
+    cursor_put_u16_mm(cursor, 0xFFE1);
+    cursor_put_bytes(cursor, test::octets("Exif\0\0"));
+    cursor_put_bytes(cursor, {});
+    EXPECT_EQ(cursor_tell(cursor), 12U);
+    const Octets little = {0x34, 0x12, 0xBC, 0x9A, 0x78, 0x56, 0xFF, 0xE1};
+    const Octets big = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xFF, 0xE1};
+    EXPECT_EQ(Octets(bytes.begin(), bytes.begin() + 8), big_endian ? big : little);
+
+    cursor_init(cursor, nullptr, bytes, 0);
+    EXPECT_EQ(cursor.big_endian, big_endian) << "initialising leaves the order";
+    EXPECT_EQ(cursor_get_u16(cursor), 0x1234);
+    EXPECT_EQ(cursor_get_u32(cursor), 0x56789ABCU);
+    EXPECT_EQ(cursor_get_u16_mm(cursor), 0xFFE1);
+  }
+}
+
+TEST(ByteCursor, NothingLeavesTheBuffer) {
+  constexpr char read[] = "Error: Attempt to read past end of buffer(%d).\n";
+  constexpr char write[] = "Error: Attempt to write past end of buffer(%d), exiting\n";
+  constexpr char skip[] = "Error: Attempt to skip past end of buffer(4,%d), exiting\n";
+  const struct {
+    std::uint32_t room;  // bytes left at the position
+    std::uint32_t (*access)(ByteCursor& cursor);
+    const char* message;
+    int place;
+    std::uint32_t result;
+    bool on_last_byte;
+    std::uint32_t errors;
+  } cases[] = {
+      {3, [](ByteCursor& c) { return cursor_get_u32(c); }, read, 449, 0xDEADBEAF, true, 1},
+      {1, [](ByteCursor& c) -> std::uint32_t { return cursor_get_u16_mm(c); }, read, 484, 0xDEAD,
+       false, 0},
+      {1, [](ByteCursor& c) -> std::uint32_t { return cursor_get_u16(c); }, read, 505, 0xDEAD,
+       false, 1},
+      {3, [](ByteCursor& c) { return cursor_skip(c, 4), 0U; }, skip, 435, 0, true, 0},
+      {1, [](ByteCursor& c) { return cursor_put_u16(c, 1), 0U; }, write, 3099, 0, false, 0},
+      {1, [](ByteCursor& c) { return cursor_put_u16_mm(c, 1), 0U; }, write, 3126, 0, false, 0},
+      {3, [](ByteCursor& c) { return cursor_put_u32(c, 1), 0U; }, write, 3144, 0, false, 0},
+      {3, [](ByteCursor& c) { return cursor_put_bytes(c, std::array<std::uint8_t, 4>{}), 0U; },
+       write, 3177, 0, false, 0},
+  };
+  for (const auto& row : cases) {
+    for (std::uint32_t size : {0U, row.room, row.room + 9}) {
+      SCOPED_TRACE(testing::Message() << row.place << " in " << size << " bytes");
+      Octets bytes(size, 0x77);
+      ByteCursor cursor = cursor_over(bytes);
+      const std::uint32_t start = size - std::min(size, row.room);
+      cursor_skip(cursor, start);
+      std::array<char, 100> message;
+      std::snprintf(message.data(), message.size(), row.message, row.place);
+      EXPECT_EQ(test::errors_of([&] { EXPECT_EQ(row.access(cursor), row.result); }),
+                message.data());
+      EXPECT_EQ(cursor.pos, row.on_last_byte && size != 0 ? size - 1 : start);
+      EXPECT_EQ(cursor.error_count, row.errors);
+      EXPECT_EQ(bytes, Octets(size, 0x77));
+    }
+  }
+}
+
+TEST(ByteCursor, SkipsUpToTheEnd) {
+  Octets bytes(8);
+  ByteCursor cursor;
+  cursor_init(cursor, nullptr, bytes, 1000);
+  EXPECT_EQ(cursor_tell(cursor), 1000U);
+  cursor_skip(cursor, 6);
+  EXPECT_EQ(cursor_tell(cursor), 1006U);
+  EXPECT_EQ(test::errors_of([&] {
+              cursor_skip(cursor, 2);
+              cursor_skip(cursor, 0);
+            }),
+            "");
+  EXPECT_EQ(cursor.pos, 8U);
+  EXPECT_EQ(test::errors_of([&] { cursor_skip(cursor, 0xFFFFFFFF); }),
+            "Error: Attempt to skip past end of buffer(-1,435), exiting\n");
+  EXPECT_EQ(cursor.pos, 7U);
+}
+
+/// A file of 300,000 bytes, of which the cursor holds those from 100 to 1099; offsets count from
+/// 112.
+class SeekOffset : public testing::Test {
+ protected:
+  SeekOffset() {
+    cursor_init(cursor, file.get(), std::span(content).subspan(100, 1000), 100);
+    cursor.offset_base = 12;
+    cursor.segment_end = 2000;
+  }
+
+  Octets content = test::pattern(300000);
+  MFileHandle file = test::memory_file(content);
+  ByteCursor cursor;
+  WorkBuffer alternate;
+};
+
+TEST_F(SeekOffset, StaysInTheBufferWhereItCan) {
+  mfseek(*file, 7, Whence::start);
+  EXPECT_EQ(cursor_seek_offset(cursor, 986, &alternate), ErrorCode::ok);
+  EXPECT_EQ(cursor.pos, 998U);
+  EXPECT_EQ(mftell(*file), 7);
+  EXPECT_EQ(alternate.block, nullptr);
+  EXPECT_EQ(cursor_base_pos(cursor), 112);
+}
+
+TEST_F(SeekOffset, RefillsFromTheLastByteOn) {
+  for (const std::uint32_t offset : {987U, 1500U, 200000U, 5U, 299887U}) {
+    SCOPED_TRACE(offset);
+    EXPECT_EQ(cursor_seek_offset(cursor, offset, &alternate), ErrorCode::ok);
+    EXPECT_EQ(cursor_tell(cursor), offset + 112);
+    EXPECT_EQ(cursor.rest()[0], content[offset + 112]);
+    EXPECT_EQ(cursor_base_pos(cursor), 112) << "stored offsets count from the same place";
+    EXPECT_EQ(cursor.segment_end + cursor.buf_file_pos, 2100) << "the segment ends where it did";
+  }
+  EXPECT_EQ(cursor.buffer.size(), 1U) << "bytes behind the file are no data";
+  EXPECT_EQ(cursor_seek_offset(cursor, 8, &alternate), ErrorCode::ok);
+  EXPECT_EQ(cursor.buffer.size(), 0x40000U) << "a short buffer does not stay short";
+  EXPECT_EQ(cursor_seek_offset(cursor, 100008, &alternate), ErrorCode::ok);
+  EXPECT_EQ(cursor.pos, 100000U) << "in the buffer";
+}
+
+TEST_F(SeekOffset, FailuresLeaveTheCursorWhereItWas) {
+  cursor.pos = 40;
+  const auto seek = [this](std::uint32_t offset, WorkBuffer* buffer, ErrorCode expected) {
+    return test::errors_of(
+        [&] { EXPECT_EQ(cursor_seek_offset(cursor, offset, buffer), expected); });
+  };
+  EXPECT_EQ(seek(987, nullptr, ErrorCode::end_of_buffer),
+            "Internal Error: No alt buffer specified when when setting buffer offset.\n");
+  EXPECT_EQ(seek(300000, &alternate, ErrorCode::seek_failed),
+            "Internal Error: Attempt to seek past end of memfile (SEEK_SET 300112)\n");
+  cursor.offset_base = -200;
+  EXPECT_EQ(seek(50, &alternate, ErrorCode::seek_failed), "") << "before the file";
+  cursor.offset_base = 0xFFFFFFFF;
+  EXPECT_EQ(seek(0xFFFFFFFF, &alternate, ErrorCode::seek_failed), "") << "behind any file";
+  cursor.file = nullptr;
+  EXPECT_EQ(seek(0, &alternate, ErrorCode::seek_failed), "");
+  EXPECT_EQ(cursor.pos, 40U);
+  EXPECT_EQ(cursor.buffer.data(), content.data() + 100);
+}
+
+TEST_F(SeekOffset, BehindADiskFileNothingCanBeRead) {
+  const MFileHandle empty(mfopen("/dev/null", "rb"));
+  cursor.file = empty.get();
+  EXPECT_EQ(test::errors_of([&] {
+              EXPECT_EQ(cursor_seek_offset(cursor, 5000, &alternate), ErrorCode::read_failed);
+            }),
+            "Can't read context data: Success\n");
+}
+
+TEST_F(SeekOffset, OffsetsInAJpegStayBelowTheLongestSegment) {
+  cursor.file_type = 2;
+  EXPECT_EQ(cursor_seek_offset(cursor, 65535, &alternate), ErrorCode::invalid_offset);
+  EXPECT_EQ(cursor_seek_offset(cursor, 65534, &alternate), ErrorCode::ok);
+  EXPECT_EQ(cursor_tell(cursor), 65646U);
+}
+
+}  // namespace
+}  // namespace tagmend

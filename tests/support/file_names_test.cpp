@@ -1,0 +1,150 @@
+#include "support/file_names.h"
+
+#include <cerrno>
+#include <cstdio>
+
+#include "support/settings.h"
+#include "support/support_test_tools.h"
+
+namespace tagmend {
+namespace {
+
+using test::octets;
+
+std::string with_suffix(std::string_view name, std::string_view suffix, bool fits = true) {
+  SiblingName result;
+  EXPECT_EQ(name_with_suffix(name, suffix, result), fits) << name;
+  return result.data();
+}
+
+std::string numbered(std::string_view name, unsigned number, bool fits = true) {
+  SiblingName result;
+  EXPECT_EQ(numbered_name(name, number, result), fits) << name;
+  return result.data();
+}
+
+TEST(SiblingNames, GoInFrontOfTheExtension) {
+  EXPECT_EQ(with_suffix("photo.jpg", "-th"), "photo-th.jpg");
+  EXPECT_EQ(with_suffix("archive.tar.gz", "-th"), "archive.tar-th.gz");
+  EXPECT_EQ(with_suffix("photo", "-be"), "photo-be");
+  EXPECT_EQ(with_suffix(".abc", "-x"), "-x.abc");
+  EXPECT_EQ(with_suffix("dot.", "-x"), "dot-x.");
+  EXPECT_EQ(numbered("photo.jpg", 3), "photo(3).jpg");
+  EXPECT_EQ(numbered("photo", 3), "photo(3)");
+  EXPECT_EQ(numbered(".profile", 3), ".profile(3)");
+  EXPECT_EQ(numbered("..rc", 3), ".(3).rc");
+  EXPECT_EQ(numbered("photo.jpg", 150), "photo(99).jpg");
+}
+
+TEST(SiblingNames, AreCutAt99Characters) {
+  const std::string stem(92, 'n');
+  EXPECT_EQ(with_suffix(stem + ".jpg", "-be"), stem + "-be.jpg") << "exactly 99";
+  EXPECT_EQ(with_suffix("n" + stem + ".jpg", "-be", false), "n" + stem + "-be.jp");
+  EXPECT_EQ(numbered(stem + ".jpg", 9), stem + "(9).jpg");
+  EXPECT_EQ(numbered(stem + ".jpg", 10, false), stem + "(10).jp");
+  EXPECT_EQ(numbered(std::string(300, 'n') + ".jpg", 1, false), std::string(99, 'n'));
+}
+
+TEST(SiblingNames, TemporaryNamesCountUp) {
+  std::array<char, 40> stem;
+  std::snprintf(stem.data(), stem.size(), "orvale_%lx", static_cast<unsigned long>(getpid()));
+  const std::string first = make_temp_name().data();
+  ASSERT_EQ(first.substr(0, std::string_view(stem.data()).size()), stem.data());
+  const int counter = std::stoi(first.substr(std::string_view(stem.data()).size()));
+  EXPECT_EQ(std::string(make_temp_name().data()), stem.data() + std::to_string(counter + 1));
+}
+
+class GiveFreeName : public test::InScratchDirectory {
+ protected:
+  GiveFreeName() { write_file("new", octets("new")); }
+
+  static SiblingName wanted(std::string_view name) {
+    SiblingName result;
+    EXPECT_TRUE(name_with_suffix(name, "", result));
+    return result;
+  }
+};
+
+TEST_F(GiveFreeName, PassesOverWhatExists) {
+  write_file("a.jpg", octets("0"));
+  std::filesystem::create_directory("a(1).jpg");
+  std::filesystem::create_symlink("nowhere", "a(2).jpg");
+  SiblingName name = wanted("a.jpg");
+  EXPECT_EQ(give_free_name("new", name, std::rename), 0);
+  EXPECT_STREQ(name.data(), "a(3).jpg");
+  EXPECT_EQ(read_file("a(3).jpg"), octets("new"));
+  EXPECT_EQ(read_file("a.jpg"), octets("0"));
+  EXPECT_TRUE(std::filesystem::is_symlink("a(2).jpg"));
+}
+
+TEST_F(GiveFreeName, TakesTheWantedNameWhenItIsFree) {
+  SiblingName name = wanted("b.jpg");
+  EXPECT_EQ(give_free_name("new", name, link), 0);
+  EXPECT_STREQ(name.data(), "b.jpg");
+  EXPECT_TRUE(std::filesystem::exists("new"));
+}
+
+TEST_F(GiveFreeName, PassesOverANameThatIsTakenMeanwhile) {
+  SiblingName name = wanted("c");
+  const auto racing_link = [](const char* from, const char* to) {
+    if (std::string_view(to) == "c") {
+      write_file("c", octets("somebody else's"));
+    }
+    return link(from, to);
+  };
+  EXPECT_EQ(give_free_name("new", name, racing_link), 0);
+  EXPECT_STREQ(name.data(), "c(1)");
+  EXPECT_EQ(read_file("c"), octets("somebody else's"));
+}
+
+TEST_F(GiveFreeName, TellsWhyItFailed) {
+  SiblingName name = wanted("d");
+  EXPECT_EQ(give_free_name("missing", name, std::rename), -1);
+  EXPECT_EQ(errno, ENOENT);
+
+  write_file("e", {});
+  for (int number = 1; number <= 99; ++number) {
+    write_file("e(" + std::to_string(number) + ")", {});
+  }
+  name = wanted("e");
+  EXPECT_EQ(give_free_name("new", name, std::rename), -1);
+  EXPECT_EQ(errno, EEXIST);
+  EXPECT_STREQ(name.data(), "e");
+
+  const std::string longest(97, 'n');
+  write_file(longest, octets("kept"));
+  name = wanted(longest);
+  EXPECT_EQ(give_free_name("new", name, std::rename), -1);
+  EXPECT_EQ(errno, ENAMETOOLONG);
+  EXPECT_EQ(read_file(longest), octets("kept"));
+  EXPECT_EQ(read_file("new"), octets("new"));
+}
+
+TEST(CreatedFileList, HoldsAThousandNamesExactly) {
+  CreatedFileList* const list = created_list_new();
+  ASSERT_NE(list, nullptr);
+  const std::string longest(100, 'n');
+  EXPECT_EXIT(created_list_add(*list, longest + "x"), testing::ExitedWithCode(1),
+              "^Error: File name 'n{100}x' too long - exiting\n$");
+  created_list_add(*list, longest);
+  for (int number = 1; number < 1000; ++number) {
+    created_list_add(*list, "photo" + std::to_string(number));
+  }
+  EXPECT_TRUE(created_list_contains(*list, longest));
+  EXPECT_TRUE(created_list_contains(*list, "photo999"));
+  EXPECT_FALSE(created_list_contains(*list, "photo1000"));
+  EXPECT_FALSE(created_list_contains(*list, "Photo1"));
+  EXPECT_FALSE(created_list_contains(*list, "photo"));
+  EXPECT_EXIT(created_list_add(*list, "one more"), testing::ExitedWithCode(1),
+              "^Error: Max number of temp files created \\(1000\\) - exiting\n$");
+  EXPECT_EXIT(
+      {
+        library_settings.errors_suppressed = true;
+        created_list_add(*list, "one more");
+      },
+      testing::ExitedWithCode(1), "^$");
+  created_list_free(list);
+}
+
+}  // namespace
+}  // namespace tagmend

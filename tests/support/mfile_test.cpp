@@ -1,0 +1,379 @@
+#include "support/mfile.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+
+#include "support/support_test_tools.h"
+
+namespace tagmend {
+namespace {
+
+using test::Octets;
+using test::octets;
+using test::pattern;
+
+Octets read_octets(MFILE& file, std::size_t count) {
+  Octets bytes(count);
+  bytes.resize(mfread(bytes.data(), 1, count, file));
+  return bytes;
+}
+
+std::size_t write_octets(MFILE& file, const Octets& bytes) {
+  return mfwrite(bytes.data(), 1, bytes.size(), file);
+}
+
+// ---- Memory files
+
+TEST(MemoryFile, ReadsAndWritesWholeItems) {
+  std::array<char, 11> buffer{"abcdXXXXXX"};
+  const MFileHandle file(mfopen_memfile(buffer.data(), 10, 4));
+  std::array<char, 7> out{"......"};
+  EXPECT_EQ(mfread(out.data(), 3, 2, *file), 1U);
+  EXPECT_STREQ(out.data(), "abcd..") << "the partial item is copied";
+  EXPECT_EQ(mftell(*file), 4);
+  EXPECT_EQ(mfread(out.data(), 1, 1, *file), 0U);
+  EXPECT_EQ(mfread(out.data(), ~std::size_t{0}, 2, *file), 0U) << "a product beyond any memory";
+
+  EXPECT_EQ(mfwrite("12345678", 1, 8, *file), 6U) << "grows to its capacity";
+  EXPECT_STREQ(buffer.data(), "abcd123456");
+  EXPECT_EQ(mfseek(*file, -3, Whence::end), 0);
+  EXPECT_EQ(mfwrite("wxyz", 4, 1, *file), 0U) << "no item fits";
+  EXPECT_EQ(mftell(*file), 7);
+  EXPECT_EQ(mfwrite("wxyz", 2, 2, *file), 1U);
+  EXPECT_STREQ(buffer.data(), "abcd123wx6");
+  EXPECT_EQ(mfwrite("wxyz", 0, 2, *file), 0U);
+}
+
+TEST(MemoryFile, SeeksInsideItsBuffer) {
+  const struct {
+    std::int64_t offset;
+    Whence whence;
+    std::int64_t position;  // -1: refused
+    const char* name;
+  } cases[] = {
+      {9, Whence::start, 9, ""},
+      {10, Whence::start, -1, "SEEK_SET 10"},
+      {-1, Whence::start, -1, "SEEK_SET -1"},
+      {6, Whence::position, 10, ""},
+      {7, Whence::position, -1, "SEEK_CUR 7"},
+      {-4, Whence::position, 0, ""},
+      {-5, Whence::position, -1, "SEEK_CUR -5"},
+      {2, Whence::end, 10, ""},
+      {3, Whence::end, -1, "SEEK_END 3"},
+      {-9, Whence::end, -1, "SEEK_END -9"},
+      {INT64_MAX, Whence::position, -1, "SEEK_CUR 9223372036854775807"},
+      {INT64_MIN, Whence::end, -1, "SEEK_END -9223372036854775808"},
+  };
+  Octets buffer(10);
+  for (const auto& row : cases) {
+    const MFileHandle file(mfopen_memfile(buffer.data(), 10, 8));
+    ASSERT_EQ(mfseek(*file, 4, Whence::start), 0);
+    int result = 0;
+    const std::string errors =
+        test::errors_of([&] { result = mfseek(*file, row.offset, row.whence); });
+    if (row.position >= 0) {
+      EXPECT_EQ(result, 0);
+      EXPECT_EQ(mftell(*file), row.position);
+      EXPECT_EQ(errors, "");
+    } else {
+      EXPECT_EQ(result, 1);
+      EXPECT_EQ(mftell(*file), 4);
+      EXPECT_EQ(mferror(*file), 22);
+      EXPECT_EQ(errors, std::string("Internal Error: Attempt to seek past end of memfile (") +
+                            row.name + ")\n");
+      mfread(buffer.data(), 0, 1, *file);
+      EXPECT_EQ(mferror(*file), 0) << "any access clears the error";
+    }
+  }
+}
+
+TEST(MemoryFile, ReadsNothingBehindItsData) {
+  Octets buffer(10);
+  const MFileHandle file(mfopen_memfile(buffer.data(), 10, 4));
+  ASSERT_EQ(mfseek(*file, 8, Whence::start), 0);
+  EXPECT_EQ(read_octets(*file, 1), Octets{});
+}
+
+TEST(MemoryFile, RefusesWhatMakesNoSense) {
+  Octets buffer(4);
+  EXPECT_EQ(test::errors_of([] { EXPECT_EQ(mfopen_memfile(nullptr, 4, 0), nullptr); }),
+            "Internal Error: Invalid params passed to mfopen_memfile(00,4, 0)\n");
+  test::errors_of([&] {
+    EXPECT_EQ(mfopen_memfile(buffer.data(), 0, 0), nullptr);
+    EXPECT_EQ(mfopen_memfile(buffer.data(), 4, 5), nullptr);
+  });
+  const MFileHandle file = test::memory_file(buffer);
+  EXPECT_EQ(test::errors_of([&] { EXPECT_EQ(mfseek(*file, 1, static_cast<Whence>(3)), 0); }),
+            "Internal Error: Invalid whence past to mfseek(whence=3)\n");
+  EXPECT_EQ(mftell(*file), 0);
+  EXPECT_EQ(mfdescriptor(*file), -1);
+}
+
+// ---- Disk files
+
+class DiskFiles : public test::InScratchDirectory {};
+
+TEST_F(DiskFiles, OpenAsTheirModeSays) {
+  EXPECT_EQ(mfopen("photo.jpg", "rb"), nullptr);
+  EXPECT_EQ(errno, ENOENT);
+  write_file("photo.jpg", octets("old"));
+  EXPECT_EQ(mfopen("photo.jpg", "wbx+"), nullptr);
+  EXPECT_EQ(errno, EEXIST);
+  EXPECT_EQ(mfopen("photo.jpg", "ab"), nullptr);
+  EXPECT_EQ(errno, EINVAL);
+  for (const char* const mode : {"r", "rb"}) {
+    const MFileHandle reader(mfopen("photo.jpg", mode));
+    ASSERT_NE(reader, nullptr);
+    EXPECT_NE(fcntl(mfdescriptor(*reader), F_GETFD) & FD_CLOEXEC, 0);
+    EXPECT_EQ(mfwrite("new", 1, 3, *reader), 0U);
+    EXPECT_EQ(mferror(*reader), EBADF);
+  }
+  EXPECT_EQ(read_file("photo.jpg"), octets("old"));
+  EXPECT_EQ(mfclose(mfopen("photo.jpg", "wb+")), 0);
+  EXPECT_EQ(read_file("photo.jpg"), Octets{});
+}
+
+TEST_F(DiskFiles, SeekAnywhereButBeforeTheStart) {
+  write_file("photo.jpg", pattern(100));
+  const MFileHandle file(mfopen("photo.jpg", "rb"));
+  EXPECT_EQ(mfseek(*file, -1, Whence::start), -1);
+  EXPECT_EQ(errno, EINVAL);
+  EXPECT_EQ(mfseek(*file, 10, Whence::end), 0);
+  EXPECT_EQ(mftell(*file), 110);
+  EXPECT_EQ(read_octets(*file, 1), Octets{});
+  EXPECT_EQ(mferror(*file), 0) << "the end is no error";
+  EXPECT_EQ(mfseek(*file, INT64_MAX, Whence::position), -1);
+  EXPECT_EQ(mfseek(*file, 0, static_cast<Whence>(9)), -1);
+  EXPECT_EQ(mftell(*file), 110);
+  EXPECT_EQ(mfseek(*file, -111, Whence::position), -1);
+  EXPECT_EQ(mfseek(*file, -10, Whence::position), 0);
+  std::array<std::uint8_t, 12> items;
+  EXPECT_EQ(mfseek(*file, 90, Whence::start), 0);
+  EXPECT_EQ(mfread(items.data(), 4, 3, *file), 2U);
+  EXPECT_EQ(mftell(*file), 100);
+}
+
+TEST_F(DiskFiles, ReadErrorsAreToldFromTheEnd) {
+  const MFileHandle directory(mfopen(".", "rb"));
+  ASSERT_NE(directory, nullptr);
+  EXPECT_EQ(read_octets(*directory, 10), Octets{});
+  EXPECT_EQ(mferror(*directory), EISDIR);
+}
+
+TEST_F(DiskFiles, PatchesNearTheEndStayInMemory) {
+  MFILE* const file = mfopen("out", "wb+");
+  Octets expected = pattern(70000);
+  write_octets(*file, expected);
+  ASSERT_EQ(mfseek(*file, 4, Whence::start), 0);
+  write_octets(*file, {1, 2});
+  expected[4] = 1;
+  expected[5] = 2;
+  EXPECT_EQ(read_octets(*file, 2), Octets(expected.begin() + 6, expected.begin() + 8));
+  ASSERT_EQ(mfseek(*file, 0, Whence::end), 0);
+  EXPECT_EQ(mftell(*file), 70000);
+  EXPECT_EQ(std::filesystem::file_size("out"), 0U) << "nothing has been written yet";
+  EXPECT_EQ(mfflush(*file), 0);
+  EXPECT_EQ(read_file("out"), expected);
+  EXPECT_EQ(mfclose(file), 0);
+}
+
+/// Random accesses of one file beside the same on a vector: sizes on both sides of the windows,
+/// places in front of, inside, right behind and far behind them.
+void run_against_model(MFILE& file, MFILE& source, const Octets& source_bytes, Octets& model,
+                       std::uint32_t seed) {
+  const auto random = [&seed](std::uint32_t limit) {
+    seed = seed * 1664525U + 1013904223U;
+    return static_cast<std::size_t>(std::uint64_t{seed} * limit >> 32);
+  };
+  constexpr std::uint32_t sizes[] = {1, 2, 4, 60, 5000, 8192, 70000, 131072, 200000};
+  std::size_t position = 0;
+  for (int step = 0; step < 400; ++step) {
+    const std::size_t size = 1 + random(sizes[random(std::size(sizes))]);
+    const std::size_t action = random(6);
+    if (action == 0) {
+      position = random(600000);
+      ASSERT_EQ(mfseek(file, static_cast<std::int64_t>(position), Whence::start), 0);
+    } else if (action == 1) {
+      position -= std::min(position, random(300));
+      ASSERT_EQ(mfseek(file, static_cast<std::int64_t>(position), Whence::start), 0);
+    } else if (action == 2) {
+      const std::size_t left = model.size() - std::min(position, model.size());
+      const auto at = model.begin() + static_cast<std::ptrdiff_t>(model.size() - left);
+      const Octets expected(at, at + static_cast<std::ptrdiff_t>(std::min(size, left)));
+      ASSERT_EQ(read_octets(file, size), expected) << step;
+      position += expected.size();
+    } else {
+      const std::size_t from = random(static_cast<std::uint32_t>(source_bytes.size() - size));
+      if (action == 3) {
+        ASSERT_EQ(mfseek(source, static_cast<std::int64_t>(from), Whence::start), 0);
+        ASSERT_EQ(mfcopy(source, file, size), size);
+        ASSERT_EQ(mftell(source), static_cast<std::int64_t>(from + size));
+      } else {
+        ASSERT_EQ(mfwrite(source_bytes.data() + from, size, 1, file), 1U);
+      }
+      model.resize(std::max(model.size(), position + size));
+      std::copy_n(source_bytes.begin() + static_cast<std::ptrdiff_t>(from), size,
+                  model.begin() + static_cast<std::ptrdiff_t>(position));
+      position += size;
+    }
+    ASSERT_EQ(mftell(file), static_cast<std::int64_t>(position)) << step;
+  }
+}
+
+TEST_F(DiskFiles, BehaveAsTheirBytesDo) {
+  const Octets source_bytes = pattern(300000);
+  write_file("source", source_bytes);
+  for (std::uint32_t seed = 1; seed <= 6; ++seed) {
+    SCOPED_TRACE(seed);
+    // With seed 6 the window is taken: every write goes straight to the file.
+    const MFileHandle holder(seed == 6 ? mfopen("holder", "wb+") : nullptr);
+    const MFileHandle source(mfopen("source", "rb"));
+    MFILE* const file = mfopen("out", "wb+");
+    Octets model;
+    run_against_model(*file, *source, source_bytes, model, seed);
+    EXPECT_EQ(mfclose(file), 0);
+    ASSERT_EQ(read_file("out"), model);
+  }
+}
+
+TEST_F(DiskFiles, ManyShortReadsSeeTheFilesBytes) {
+  const Octets bytes = pattern(50000);
+  write_file("photo.jpg", bytes);
+  const MFileHandle file(mfopen("photo.jpg", "rb"));
+  for (std::size_t at = 0; at < bytes.size(); at += 7919) {
+    for (const std::size_t size : {std::size_t{2}, std::size_t{8191}, std::size_t{8192}, at + 1}) {
+      ASSERT_EQ(mfseek(*file, static_cast<std::int64_t>(at), Whence::start), 0);
+      const auto first = bytes.begin() + static_cast<std::ptrdiff_t>(at);
+      const std::size_t count = std::min(size, bytes.size() - at);
+      ASSERT_EQ(read_octets(*file, size),
+                Octets(first, first + static_cast<std::ptrdiff_t>(count)));
+    }
+  }
+}
+
+TEST_F(DiskFiles, CopyTheWholeOfWhatIsThere) {
+  constexpr std::uint64_t everything = UINT64_MAX;
+  for (const std::size_t size : {0U, 1U, 65535U, 65536U, 3000000U}) {
+    SCOPED_TRACE(size);
+    const Octets bytes = pattern(size);
+    write_file("source", bytes);
+    const MFileHandle source(mfopen("source", "rb"));
+    MFILE* const out = mfopen("out", "wb+");
+    EXPECT_EQ(mfwrite("head", 4, 1, *out), 1U);
+    EXPECT_EQ(mfcopy(*source, *out, everything), size);
+    EXPECT_EQ(mfcopy(*source, *out, 70000), 0U);
+    EXPECT_EQ(mferror(*source), 0);
+    EXPECT_EQ(mfclose(out), 0);
+    Octets expected = octets("head");
+    expected.insert(expected.end(), bytes.begin(), bytes.end());
+    EXPECT_EQ(read_file("out"), expected);
+  }
+  // The kernel's files do not tell their size.
+  const MFileHandle source(mfopen("/proc/self/status", "rb"));
+  const MFileHandle out(mfopen("out", "wb+"));
+  EXPECT_GT(mfcopy(*source, *out, everything), 0U);
+}
+
+TEST_F(DiskFiles, CopyToAndFromMemory) {
+  Octets bytes = pattern(200000);
+  Octets target(150000);
+  const MFileHandle memory = test::memory_file(bytes);
+  const MFileHandle small(mfopen_memfile(target.data(), 150000, 0));
+  const MFileHandle disk(mfopen("out", "wb+"));
+  EXPECT_EQ(mfcopy(*memory, *disk, 200000), 200000U);
+  EXPECT_EQ(mfseek(*disk, 0, Whence::start), 0);
+  EXPECT_EQ(mfcopy(*disk, *small, 200000), 150000U);
+  EXPECT_NE(mferror(*small), 0) << "the short copy is the destination's fault";
+  EXPECT_TRUE(std::equal(target.begin(), target.end(), bytes.begin()));
+}
+
+TEST_F(DiskFiles, AFullDiskIsToldAtTheLatestByTheClose) {
+  const auto open_full = [] { return mfopen("/dev/full", "wb+"); };
+  MFILE* file = open_full();
+  EXPECT_EQ(mfwrite("abc", 3, 1, *file), 1U);
+  EXPECT_EQ(mfclose(file), -1);
+  EXPECT_EQ(errno, ENOSPC);
+
+  file = open_full();
+  EXPECT_EQ(mfwrite("abc", 3, 1, *file), 1U);
+  EXPECT_EQ(mfflush(*file), -1);
+  EXPECT_EQ(errno, ENOSPC);
+  EXPECT_EQ(mferror(*file), ENOSPC);
+  errno = 0;
+  EXPECT_EQ(mfwrite("abc", 3, 1, *file), 0U);
+  EXPECT_EQ(errno, ENOSPC);
+  EXPECT_EQ(mfclose(file), -1) << "a lost write is never forgotten";
+
+  file = open_full();
+  EXPECT_EQ(write_octets(*file, pattern(500000)), 0U) << "too long for the window";
+  EXPECT_EQ(mfclose(file), -1);
+
+  write_file("source", pattern(500000));
+  const MFileHandle source(mfopen("source", "rb"));
+  file = open_full();
+  EXPECT_LT(mfcopy(*source, *file, 500000), 500000U);
+  EXPECT_EQ(mferror(*file), ENOSPC);
+  EXPECT_EQ(mfclose(file), -1);
+}
+
+TEST_F(DiskFiles, AFileSizeLimitEndsACopyThere) {
+  write_file("source", pattern(500000));
+  const MFileHandle source(mfopen("source", "rb"));
+  MFILE* const file = mfopen("out", "wb+");
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit old{};
+  getrlimit(RLIMIT_FSIZE, &old);
+  const rlimit limited{200000, old.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &limited);
+  const std::uint64_t copied = mfcopy(*source, *file, 500000);
+  const int error = mferror(*file);
+  const int closed = mfclose(file);
+  setrlimit(RLIMIT_FSIZE, &old);
+  EXPECT_LT(copied, 500000U);
+  EXPECT_EQ(error, EFBIG);
+  EXPECT_EQ(closed, -1);
+  EXPECT_EQ(read_file("out"), pattern(200000));
+}
+
+TEST_F(DiskFiles, APipeIsReadOn) {
+  const Octets bytes = pattern(30000);
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  ASSERT_EQ(write(ends[1], bytes.data(), bytes.size()), 30000);
+  close(ends[1]);
+  const MFileHandle file(mfopen(("/dev/fd/" + std::to_string(ends[0])).c_str(), "rb"));
+  ASSERT_NE(file, nullptr);
+  Octets found;
+  for (const std::size_t size : {1U, 3000U, 9000U, 5U, 40000U}) {
+    const Octets piece = read_octets(*file, size);
+    found.insert(found.end(), piece.begin(), piece.end());
+  }
+  EXPECT_EQ(found, bytes);
+  EXPECT_EQ(mfseek(*file, 0, Whence::start), -1);
+  EXPECT_EQ(errno, ESPIPE);
+  EXPECT_EQ(mferror(*file), 0);
+  close(ends[0]);
+}
+
+TEST_F(DiskFiles, TheStandardInputIsReadOnByEveryHandle) {
+  write_file("input", octets("first,second"));
+  const int saved = dup(STDIN_FILENO);
+  const int input = open("input", O_RDONLY | O_CLOEXEC);
+  dup2(input, STDIN_FILENO);
+  close(input);
+  EXPECT_EQ(read_octets(*mfopen_stdin(), 6), octets("first,"));
+  EXPECT_EQ(mfclose(mfopen_stdin()), 0);
+  EXPECT_EQ(read_octets(*mfopen_stdin(), 100), octets("second"));
+  EXPECT_NE(fcntl(STDIN_FILENO, F_GETFD), -1) << "never closed";
+  if (saved >= 0) {
+    dup2(saved, STDIN_FILENO);
+    close(saved);
+  }
+}
+
+}  // namespace
+}  // namespace tagmend

@@ -1,0 +1,64 @@
+#include "support/tagged_memory.h"
+
+#include <cstring>
+
+#include "support/settings.h"
+#include "support/support_test_tools.h"
+
+namespace tagmend {
+namespace {
+
+struct Header {
+  char marks[4];
+  std::uint32_t size;
+  std::uint32_t line;
+  std::uint32_t sequence;
+};
+
+Header header_of(const TaggedBytes& block) {
+  Header header;
+  std::memcpy(&header, block.get() - sizeof header, sizeof header);
+  return header;
+}
+
+TEST(TaggedMemory, BlocksCarryTheirHeader) {
+  const TaggedBytes first = make_tagged_bytes(5, "EL", 77);
+  make_tagged_bytes(5, "EL", 1).reset();
+  const TaggedBytes third = make_tagged_bytes(1, "X", 1);
+  const Header header = header_of(first);
+  EXPECT_EQ(std::string(header.marks, 4), "EXEL");
+  EXPECT_EQ(header.size, 21U);
+  EXPECT_EQ(header.line, 77U);
+  EXPECT_EQ(header_of(third).sequence, header.sequence + 2) << "released blocks count";
+  EXPECT_EQ(std::string(header_of(third).marks, 4), std::string("EXX\0", 4));
+  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(third.get()) % 16, 0U);
+}
+
+TEST(TaggedMemory, RefusesNothing) {
+  EXPECT_EQ(test::errors_of([] { EXPECT_EQ(exif_malloc(0, "EL", 12), nullptr); }),
+            "Attempt to allocate zero bytes: Type=EL, Line=12, Size=0\n");
+}
+
+TEST(TaggedMemory, AWrongOwnerEndsTheProgram) {
+  void* const block = exif_malloc(4, "EL", 1);
+  EXPECT_EXIT(exif_mfree(block, "CB"), testing::ExitedWithCode(255),
+              "^Interal Error: exif_mfree buffer type incorrect \\('EXEL' != 'EXCB'\\)\n$");
+  EXPECT_EXIT(
+      {
+        library_settings.errors_suppressed = true;
+        exif_mfree(block, "CB");
+      },
+      testing::ExitedWithCode(255), "^$");
+  exif_mfree(block, "EL");
+}
+
+TEST(TaggedMemory, AWorkBufferIsTakenOnce) {
+  WorkBuffer buffer;
+  EXPECT_EQ(buffer.block, nullptr);
+  const std::span<std::uint8_t> bytes = buffer.bytes();
+  EXPECT_EQ(bytes.size(), 0x40000U);
+  EXPECT_EQ(buffer.bytes().data(), bytes.data());
+}
+
+}  // namespace
+}  // namespace tagmend
