@@ -10,8 +10,8 @@ namespace tagmend {
 /// Appends the record-version datasets that IIM 4 demands and that are missing to the edit list.
 void add_mandatory_versions(EditList& edits, IptcStore& store);
 
-/// Applies the list (and the mandatory versions, which it appends) to the store. `quote` is the quote
-/// character of field lists. Problems are reported and passed over.
+/// Applies the list (and the mandatory versions, which it appends) to the store. `quote` is the
+/// quote character of field lists. Problems are reported and passed over.
 void apply_iptc_edits(IptcStore& store, EditList& edits, char quote,
                       const SubstitutionContext& context);
 

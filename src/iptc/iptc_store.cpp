@@ -107,7 +107,8 @@ ErrorCode add_iptc_entry(IptcStore& store, const IptcEntry& entry,
     return ErrorCode::too_many_iptc_fields;
   }
   std::uint16_t& present = store.present_count[entry.row];
-  if (present >= iptc_datasets[entry.row].max_count) {
+  // A resource with the number that marks deleted entries would not come through a sort.
+  if (present >= iptc_datasets[entry.row].max_count || entry.resource == deleted_resource) {
     store.incomplete = true;
     return ErrorCode::ok;
   }

@@ -30,9 +30,7 @@ constexpr ConversionWords iptc_words{"IPTC ", "closing character conversion"};
 constexpr ConversionWords exif_words{"EXIF ", "closing character conversion"};
 
 /// glibc and POSIX agree that a failed open gives the address of all ones.
-bool is_open(iconv_t descriptor) {
-  return reinterpret_cast<std::intptr_t>(descriptor) != -1;
-}
+bool is_open(iconv_t descriptor) { return reinterpret_cast<std::intptr_t>(descriptor) != -1; }
 
 ByteSpan bytes_of(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <new>
 
 #include "support/message.h"
 #include "support/tagged_memory.h"
@@ -92,8 +91,8 @@ CreatedFileList* created_list_new() {
     print_error("Error: Could not allocate memory for created file list\n");
     return nullptr;
   }
-  // Without parentheses: the names are left as they are, so that their pages stay untouched.
-  auto* const list = ::new (block) CreatedFileList;
+  // The names are left as they are, so that their pages stay untouched.
+  auto* const list = static_cast<CreatedFileList*>(block);
   list->count = 0;
   return list;
 }

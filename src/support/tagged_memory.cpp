@@ -39,7 +39,7 @@ void* exif_malloc(std::uint32_t size, const char* tag, int line) {
                 static_cast<int>(size));
     return nullptr;
   }
-  auto* const header = ::new (allocation) BlockHeader{
+  auto* const header = new (allocation) BlockHeader{
       .magic = {'E', 'X'},
       .tag = {tag[0], second_character(tag)},
       .total_size = static_cast<std::uint32_t>(sizeof(BlockHeader) + size),

@@ -74,7 +74,9 @@ class Sandbox {
     std::filesystem::create_directories(target.parent_path());
     FILE* const file = std::fopen(target.c_str(), "wb");
     ASSERT_NE(file, nullptr) << target;
-    EXPECT_EQ(std::fwrite(content.data(), 1, content.size(), file), content.size());
+    if (!content.empty()) {
+      EXPECT_EQ(std::fwrite(content.data(), 1, content.size(), file), content.size());
+    }
     std::fclose(file);
   }
 

@@ -94,11 +94,10 @@ TEST(FileType, FilesThatCannotBeOpenedAreReported) {
     std::uint32_t width = 7;
     std::uint32_t height = 7;
     get_image_size(test.name.c_str(), width, height);
-    const std::string message =
-        "Error: Can't open file " + test.name + ": " + test.reason + "\n";
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              message + message + message + "Error: Can't open file " + test.name +
-                  " to determine image size.\n");
+    const std::string message = "Error: Can't open file " + test.name + ": " + test.reason + "\n";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), message + message + message +
+                                                          "Error: Can't open file " + test.name +
+                                                          " to determine image size.\n");
     EXPECT_EQ(width + height, 14U);
     EXPECT_STREQ(reading.image->file_name.data(), "");
     EXPECT_EQ(reading.image->file_type, FileType::unknown);
@@ -159,9 +158,10 @@ TEST(TiffHeader, IsFoundInTheFirstExifSegment) {
       {"behind another APP1", jpeg({not_exif, exif, other}), 2 + 9 + 10},
       {"before a second one", jpeg({exif, other, picture()}), 12},
       {"behind fill bytes", jpeg({filled}), 15},
-      {"far into the file", jpeg({segment(0xE2, noise(65000, 1)), segment(0xE2, noise(65000, 2)),
-                                  segment(0xE2, noise(65000, 3)), segment(0xE2, noise(65000, 4)),
-                                  segment(0xE2, noise(65000, 5)), exif}),
+      {"far into the file",
+       jpeg({segment(0xE2, noise(65000, 1)), segment(0xE2, noise(65000, 2)),
+             segment(0xE2, noise(65000, 3)), segment(0xE2, noise(65000, 4)),
+             segment(0xE2, noise(65000, 5)), exif}),
        2 + 5 * 65004 + 10},
   };
   for (const auto& test : cases) {
@@ -180,8 +180,7 @@ TEST(TiffHeader, FilesWithoutExifDataAndDamagedHeaders) {
   const auto exif_of = [](const std::string& header) {
     return jpeg({app1_exif(padded(bytes_of(header), 8)), picture()});
   };
-  const std::string magic_error =
-      "Error: file FILE -TIFF tag value 2b incorrect (expected 2a)\n";
+  const std::string magic_error = "Error: file FILE -TIFF tag value 2b incorrect (expected 2a)\n";
   const struct {
     const char* name;
     Bytes bytes;

@@ -62,8 +62,7 @@ TEST(JpegMarkers, FirstSegmentsAreRecordedByPositionAndLength) {
 
 TEST(JpegMarkers, SizeIsThatOfAnyKindOfFrame) {
   for (unsigned marker = 0xC0; marker <= 0xCF; ++marker) {
-    const Bytes frame =
-        segment(static_cast<std::uint8_t>(marker), {8, 1, 2, 3, 4, 1, 1, 0x11, 0});
+    const Bytes frame = segment(static_cast<std::uint8_t>(marker), {8, 1, 2, 3, 4, 1, 1, 0x11, 0});
     const bool counts = marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
     const Reading reading = read_image(jpeg({frame}));
     EXPECT_EQ(reading.image->image_height, counts ? 0x0102U : 0U);
@@ -82,7 +81,9 @@ TEST(JpegMarkers, FlashpixSegmentsAreSummedAndTheirSoundIsFound) {
   } cases[] = {
       {"three of lengths 100, 200 and 300",
        {flashpix(2, 1, Bytes(85)), flashpix(2, 2, Bytes(185)), flashpix(2, 3, Bytes(285))},
-       604, 0, 0},
+       604,
+       0,
+       0},
       {"another type counts", {flashpix(1, 0, wave())}, 47, 0, 0},
       {"sound", {sound}, 75, 2 + 4 + 13 + 28, 32},
       {"sound behind another stream", {flashpix(2, 5, Bytes(85)), sound}, 100 + 77, 149, 32},

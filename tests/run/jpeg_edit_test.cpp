@@ -96,10 +96,12 @@ TEST(JpegEdit, FieldsAreAddedAndReplaced) {
        [](Chain& c) {
          set(exif(c), {0x9204, kSignedRational, {0xFFFFEC78, 10000}, {}});
        }},
+      // So does 0xA420 in the EXIF IFD, before the Interoperability pointer.
       {{"-a", "iso-speed=400,image-id=0123456789abcdef0123456789ABCDEF"},
        [](Chain& c) {
          set(exif(c), shorts(0x8827, {400}));
-         set(exif(c), text(0xA420, "0123456789abcdef0123456789ABCDEF"));
+         exif(c).entries.insert(exif(c).entries.end() - 1,
+                                text(0xA420, "0123456789abcdef0123456789ABCDEF"));
        }},
       {{"-a", "exif-ver=0210,flashpix-ver=30313030,oecf=00fF7a"},
        [](Chain& c) {

@@ -8,28 +8,28 @@
 namespace tagmend {
 namespace {
 
-using test::Octets;
+using test::Bytes;
 
-ByteCursor cursor_over(Octets& bytes, MFILE* file = nullptr) {
+ByteCursor cursor_over(Bytes& bytes, MFILE* file = nullptr) {
   ByteCursor cursor;
   cursor_init(cursor, file, bytes, 0);
   return cursor;
 }
 
 TEST(ByteCursor, NumbersFollowTheByteOrder) {
-  Octets bytes(14);
+  Bytes bytes(14);
   for (const bool big_endian : {false, true}) {
     ByteCursor cursor = cursor_over(bytes);
     cursor.big_endian = big_endian;
     cursor_put_u16(cursor, 0x1234);
     cursor_put_u32(cursor, 0x56789ABC);
     cursor_put_u16_mm(cursor, 0xFFE1);
-    cursor_put_bytes(cursor, test::octets("Exif\0\0"));
+    cursor_put_bytes(cursor, test::bytes_of("Exif\0\0"));
     cursor_put_bytes(cursor, {});
     EXPECT_EQ(cursor_tell(cursor), 12U);
-    const Octets little = {0x34, 0x12, 0xBC, 0x9A, 0x78, 0x56, 0xFF, 0xE1};
-    const Octets big = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xFF, 0xE1};
-    EXPECT_EQ(Octets(bytes.begin(), bytes.begin() + 8), big_endian ? big : little);
+    const Bytes little = {0x34, 0x12, 0xBC, 0x9A, 0x78, 0x56, 0xFF, 0xE1};
+    const Bytes big = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xFF, 0xE1};
+    EXPECT_EQ(Bytes(bytes.begin(), bytes.begin() + 8), big_endian ? big : little);
 
     cursor_init(cursor, nullptr, bytes, 0);
     EXPECT_EQ(cursor.big_endian, big_endian) << "initialising leaves the order";
@@ -67,7 +67,7 @@ TEST(ByteCursor, NothingLeavesTheBuffer) {
   for (const auto& row : cases) {
     for (std::uint32_t size : {0U, row.room, row.room + 9}) {
       SCOPED_TRACE(testing::Message() << row.place << " in " << size << " bytes");
-      Octets bytes(size, 0x77);
+      Bytes bytes(size, 0x77);
       ByteCursor cursor = cursor_over(bytes);
       const std::uint32_t start = size - std::min(size, row.room);
       cursor_skip(cursor, start);
@@ -77,13 +77,13 @@ TEST(ByteCursor, NothingLeavesTheBuffer) {
                 message.data());
       EXPECT_EQ(cursor.pos, row.on_last_byte && size != 0 ? size - 1 : start);
       EXPECT_EQ(cursor.error_count, row.errors);
-      EXPECT_EQ(bytes, Octets(size, 0x77));
+      EXPECT_EQ(bytes, Bytes(size, 0x77));
     }
   }
 }
 
 TEST(ByteCursor, SkipsUpToTheEnd) {
-  Octets bytes(8);
+  Bytes bytes(8);
   ByteCursor cursor;
   cursor_init(cursor, nullptr, bytes, 1000);
   EXPECT_EQ(cursor_tell(cursor), 1000U);
@@ -110,7 +110,7 @@ class SeekOffset : public testing::Test {
     cursor.segment_end = 2000;
   }
 
-  Octets content = test::pattern(300000);
+  Bytes content = test::noise(300000, 1);
   MFileHandle file = test::memory_file(content);
   ByteCursor cursor;
   WorkBuffer alternate;

@@ -46,14 +46,14 @@ void PrintTo(const Converted& value, std::ostream* stream) {
 Converted to_local(std::size_t (*conversion)(ByteSpan, std::span<char>), std::string_view input,
                    std::size_t size) {
   Converted done{std::string(size, '#'), 0, {}};
-  const test::Octets bytes = test::octets(input);
+  const test::Bytes bytes = test::bytes_of(input);
   done.errors = test::errors_of([&] { done.result = conversion(bytes, done.output); });
   return done;
 }
 
 Converted from_local(std::size_t (*conversion)(std::string_view, std::span<std::uint8_t>),
                      std::string_view input, std::size_t size) {
-  test::Octets bytes(size, '#');
+  test::Bytes bytes(size, '#');
   Converted done{{}, 0, {}};
   done.errors = test::errors_of([&] { done.result = conversion(input, bytes); });
   done.output.assign(bytes.begin(), bytes.end());

@@ -9,7 +9,7 @@
 namespace tagmend {
 namespace {
 
-using test::octets;
+using test::bytes_of;
 
 std::string with_suffix(std::string_view name, std::string_view suffix, bool fits = true) {
   SiblingName result;
@@ -56,7 +56,7 @@ TEST(SiblingNames, TemporaryNamesCountUp) {
 
 class GiveFreeName : public test::InScratchDirectory {
  protected:
-  GiveFreeName() { write_file("new", octets("new")); }
+  GiveFreeName() { write_file("new", bytes_of("new")); }
 
   static SiblingName wanted(std::string_view name) {
     SiblingName result;
@@ -66,14 +66,14 @@ class GiveFreeName : public test::InScratchDirectory {
 };
 
 TEST_F(GiveFreeName, PassesOverWhatExists) {
-  write_file("a.jpg", octets("0"));
+  write_file("a.jpg", bytes_of("0"));
   std::filesystem::create_directory("a(1).jpg");
   std::filesystem::create_symlink("nowhere", "a(2).jpg");
   SiblingName name = wanted("a.jpg");
   EXPECT_EQ(give_free_name("new", name, std::rename), 0);
   EXPECT_STREQ(name.data(), "a(3).jpg");
-  EXPECT_EQ(read_file("a(3).jpg"), octets("new"));
-  EXPECT_EQ(read_file("a.jpg"), octets("0"));
+  EXPECT_EQ(read_file("a(3).jpg"), bytes_of("new"));
+  EXPECT_EQ(read_file("a.jpg"), bytes_of("0"));
   EXPECT_TRUE(std::filesystem::is_symlink("a(2).jpg"));
 }
 
@@ -88,13 +88,13 @@ TEST_F(GiveFreeName, PassesOverANameThatIsTakenMeanwhile) {
   SiblingName name = wanted("c");
   const auto racing_link = [](const char* from, const char* to) {
     if (std::string_view(to) == "c") {
-      write_file("c", octets("somebody else's"));
+      write_file("c", bytes_of("somebody else's"));
     }
     return link(from, to);
   };
   EXPECT_EQ(give_free_name("new", name, racing_link), 0);
   EXPECT_STREQ(name.data(), "c(1)");
-  EXPECT_EQ(read_file("c"), octets("somebody else's"));
+  EXPECT_EQ(read_file("c"), bytes_of("somebody else's"));
 }
 
 TEST_F(GiveFreeName, TellsWhyItFailed) {
@@ -112,12 +112,12 @@ TEST_F(GiveFreeName, TellsWhyItFailed) {
   EXPECT_STREQ(name.data(), "e");
 
   const std::string longest(97, 'n');
-  write_file(longest, octets("kept"));
+  write_file(longest, bytes_of("kept"));
   name = wanted(longest);
   EXPECT_EQ(give_free_name("new", name, std::rename), -1);
   EXPECT_EQ(errno, ENAMETOOLONG);
-  EXPECT_EQ(read_file(longest), octets("kept"));
-  EXPECT_EQ(read_file("new"), octets("new"));
+  EXPECT_EQ(read_file(longest), bytes_of("kept"));
+  EXPECT_EQ(read_file("new"), bytes_of("new"));
 }
 
 TEST(CreatedFileList, HoldsAThousandNamesExactly) {

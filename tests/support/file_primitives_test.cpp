@@ -8,21 +8,20 @@
 namespace tagmend {
 namespace {
 
+using test::Bytes;
+using test::bytes_of;
 using test::errors_of;
-using test::Octets;
-using test::octets;
-using test::pattern;
+using test::noise;
 
 TEST(FilePrimitives, NumbersFollowTheByteOrder) {
-  Octets bytes(12);
+  Bytes bytes(12);
   const MFileHandle file = test::memory_file(bytes);
   EXPECT_EQ(write_u16(*file, 0x1234, true), ErrorCode::ok);
   EXPECT_EQ(write_u16(*file, 0x1234, false), ErrorCode::ok);
   EXPECT_EQ(write_u32_at(*file, 8, 0x56789ABC, false), ErrorCode::ok);
   EXPECT_EQ(write_u32_at(*file, 4, 0x56789ABC, true), ErrorCode::ok);
   EXPECT_EQ(write_u16_at(*file, 2, 0x4321, false), ErrorCode::ok);
-  EXPECT_EQ(bytes,
-            (Octets{0x12, 0x34, 0x21, 0x43, 0x56, 0x78, 0x9A, 0xBC, 0xBC, 0x9A, 0x78, 0x56}));
+  EXPECT_EQ(bytes, (Bytes{0x12, 0x34, 0x21, 0x43, 0x56, 0x78, 0x9A, 0xBC, 0xBC, 0x9A, 0x78, 0x56}));
   std::uint16_t half = 0;
   std::uint32_t word = 0;
   EXPECT_EQ(read_u16_at(*file, 2, half, false), ErrorCode::ok);
@@ -34,7 +33,7 @@ TEST(FilePrimitives, NumbersFollowTheByteOrder) {
 }
 
 TEST(FilePrimitives, TellHowANumberFailed) {
-  Octets bytes(7);
+  Bytes bytes(7);
   const MFileHandle file = test::memory_file(bytes);
   std::uint16_t half = 0;
   std::uint32_t word = 0;
@@ -67,12 +66,12 @@ class OnDisk : public test::InScratchDirectory {};
 
 TEST_F(OnDisk, BlocksAreWrittenAndReadWhole) {
   const MFileHandle file(mfopen("out", "wb+"));
-  EXPECT_EQ(write_block_at(*file, 3, octets("abc"), "out"), ErrorCode::ok);
+  EXPECT_EQ(write_block_at(*file, 3, bytes_of("abc"), "out"), ErrorCode::ok);
   EXPECT_EQ(write_block_at(*file, 9, {}, "out"), ErrorCode::ok) << "nothing is not too little";
-  Octets block(4);
+  Bytes block(4);
   std::size_t got = 0;
   EXPECT_EQ(read_block_at(*file, 2, block, got), ErrorCode::ok);
-  EXPECT_EQ(block, (Octets{0, 'a', 'b', 'c'}));
+  EXPECT_EQ(block, (Bytes{0, 'a', 'b', 'c'}));
   EXPECT_EQ(read_block_at(*file, 4, block, got), ErrorCode::end_of_buffer);
   EXPECT_EQ(got, 2U);
   EXPECT_EQ(read_block_at(*file, UINT64_MAX, block, got), ErrorCode::seek_failed);
@@ -86,14 +85,14 @@ TEST_F(OnDisk, BlocksAreWrittenAndReadWhole) {
 TEST_F(OnDisk, FailuresNameTheFileAndTheReason) {
   MFILE* const full = mfopen("/dev/full", "wb+");
   EXPECT_EQ(errors_of([&] {
-              EXPECT_EQ(write_block_at(*full, 5, pattern(200000), "new.jpg"),
+              EXPECT_EQ(write_block_at(*full, 5, noise(200000, 1), "new.jpg"),
                         ErrorCode::write_failed);
             }),
             "Error: Write failed for new.jpg at offset 5: No space left on device\n");
   EXPECT_EQ(errors_of([&] { close_with_message(full); }),
             "Error closing file: No space left on device\n");
   const MFileHandle directory(mfopen(".", "rb"));
-  Octets block(4);
+  Bytes block(4);
   std::size_t got = 0;
   EXPECT_EQ(errors_of([&] {
               EXPECT_EQ(read_block_at(*directory, 0, block, got), ErrorCode::read_failed);
@@ -102,7 +101,7 @@ TEST_F(OnDisk, FailuresNameTheFileAndTheReason) {
 }
 
 TEST_F(OnDisk, CopiesAreExactOrSayWhy) {
-  const Octets bytes = pattern(300000);
+  const Bytes bytes = noise(300000, 1);
   write_file("source", bytes);
   const MFileHandle source(mfopen("source", "rb"));
   const auto copied = [&](std::int64_t from, std::uint64_t count, ErrorCode expected) {
@@ -111,30 +110,30 @@ TEST_F(OnDisk, CopiesAreExactOrSayWhy) {
     EXPECT_EQ(mfclose(out), 0);
     return read_file("out");
   };
-  EXPECT_EQ(copied(5, 10, ErrorCode::ok), Octets(bytes.begin() + 5, bytes.begin() + 15));
+  EXPECT_EQ(copied(5, 10, ErrorCode::ok), Bytes(bytes.begin() + 5, bytes.begin() + 15));
   EXPECT_EQ(copied(current_position, 70000, ErrorCode::ok),
-            Octets(bytes.begin() + 15, bytes.begin() + 70015));
-  EXPECT_EQ(copied(100, 0, ErrorCode::ok), Octets(bytes.begin() + 100, bytes.end()));
-  EXPECT_EQ(copied(current_position, 0, ErrorCode::ok), Octets{}) << "an empty rest";
+            Bytes(bytes.begin() + 15, bytes.begin() + 70015));
+  EXPECT_EQ(copied(100, 0, ErrorCode::ok), Bytes(bytes.begin() + 100, bytes.end()));
+  EXPECT_EQ(copied(current_position, 0, ErrorCode::ok), Bytes{}) << "an empty rest";
   EXPECT_EQ(copied(299990, 11, ErrorCode::end_of_buffer),
-            Octets(bytes.begin() + 299990, bytes.end()));
+            Bytes(bytes.begin() + 299990, bytes.end()));
   EXPECT_EQ(copied(100000, 200001, ErrorCode::end_of_buffer),
-            Octets(bytes.begin() + 100000, bytes.end()));
+            Bytes(bytes.begin() + 100000, bytes.end()));
 
   const MFileHandle out(mfopen("out", "wb+"));
   EXPECT_EQ(write_marker_and_copy(*source, 2, *out, 0xFFE1, 3), ErrorCode::ok);
   EXPECT_EQ(mfflush(*out), 0);
-  EXPECT_EQ(read_file("out"), (Octets{0xFF, 0xE1, bytes[2], bytes[3], bytes[4]}));
+  EXPECT_EQ(read_file("out"), (Bytes{0xFF, 0xE1, bytes[2], bytes[3], bytes[4]}));
 }
 
 TEST_F(OnDisk, CopiesTellWhichSideFailed) {
-  write_file("source", pattern(300000));
+  write_file("source", noise(300000, 1));
   const MFileHandle source(mfopen("source", "rb"));
   const MFileHandle full(mfopen("/dev/full", "wb+"));
   EXPECT_EQ(errors_of([&] { EXPECT_EQ(copy_bytes(*source, *full, 0), ErrorCode::write_failed); }),
             "Error: Can't write to file: No space left on device\n");
 
-  Octets room(100);
+  Bytes room(100);
   const MFileHandle small = test::memory_file(room);
   ASSERT_EQ(seek_to_offset(*source, 0), ErrorCode::ok);
   EXPECT_EQ(
@@ -149,18 +148,18 @@ TEST_F(OnDisk, CopiesTellWhichSideFailed) {
 }
 
 TEST(FilePrimitives, ComparingLeavesThePosition) {
-  Octets bytes = octets("Photoshop 3.0");
+  Bytes bytes = bytes_of("Photoshop 3.0");
   const MFileHandle file = test::memory_file(bytes);
   ASSERT_EQ(seek_to_offset(*file, 10), ErrorCode::ok);
-  EXPECT_TRUE(matches_at_position(*file, octets("3.0")));
-  EXPECT_FALSE(matches_at_position(*file, octets("3.1")));
-  EXPECT_FALSE(matches_at_position(*file, octets("3.00"))) << "the file is shorter";
+  EXPECT_TRUE(matches_at_position(*file, bytes_of("3.0")));
+  EXPECT_FALSE(matches_at_position(*file, bytes_of("3.1")));
+  EXPECT_FALSE(matches_at_position(*file, bytes_of("3.00"))) << "the file is shorter";
   EXPECT_TRUE(matches_at_position(*file, {}));
   EXPECT_EQ(mftell(*file), 10);
   EXPECT_EXIT(
       {
         dup2(STDERR_FILENO, STDOUT_FILENO);
-        static_cast<void>(matches_at_position(*file, Octets(101)));
+        static_cast<void>(matches_at_position(*file, Bytes(101)));
       },
       testing::ExitedWithCode(1), "^ASSERT failed at [0-9]+ in utility.cpp\n$");
 }

@@ -12,17 +12,17 @@
 namespace tagmend {
 namespace {
 
-using test::Octets;
-using test::octets;
-using test::pattern;
+using test::Bytes;
+using test::bytes_of;
+using test::noise;
 
-Octets read_octets(MFILE& file, std::size_t count) {
-  Octets bytes(count);
+Bytes read_bytes(MFILE& file, std::size_t count) {
+  Bytes bytes(count);
   bytes.resize(mfread(bytes.data(), 1, count, file));
   return bytes;
 }
 
-std::size_t write_octets(MFILE& file, const Octets& bytes) {
+std::size_t write_bytes(MFILE& file, const Bytes& bytes) {
   return mfwrite(bytes.data(), 1, bytes.size(), file);
 }
 
@@ -68,7 +68,7 @@ TEST(MemoryFile, SeeksInsideItsBuffer) {
       {INT64_MAX, Whence::position, -1, "SEEK_CUR 9223372036854775807"},
       {INT64_MIN, Whence::end, -1, "SEEK_END -9223372036854775808"},
   };
-  Octets buffer(10);
+  Bytes buffer(10);
   for (const auto& row : cases) {
     const MFileHandle file(mfopen_memfile(buffer.data(), 10, 8));
     ASSERT_EQ(mfseek(*file, 4, Whence::start), 0);
@@ -92,14 +92,14 @@ TEST(MemoryFile, SeeksInsideItsBuffer) {
 }
 
 TEST(MemoryFile, ReadsNothingBehindItsData) {
-  Octets buffer(10);
+  Bytes buffer(10);
   const MFileHandle file(mfopen_memfile(buffer.data(), 10, 4));
   ASSERT_EQ(mfseek(*file, 8, Whence::start), 0);
-  EXPECT_EQ(read_octets(*file, 1), Octets{});
+  EXPECT_EQ(read_bytes(*file, 1), Bytes{});
 }
 
 TEST(MemoryFile, RefusesWhatMakesNoSense) {
-  Octets buffer(4);
+  Bytes buffer(4);
   EXPECT_EQ(test::errors_of([] { EXPECT_EQ(mfopen_memfile(nullptr, 4, 0), nullptr); }),
             "Internal Error: Invalid params passed to mfopen_memfile(00,4, 0)\n");
   test::errors_of([&] {
@@ -120,7 +120,7 @@ class DiskFiles : public test::InScratchDirectory {};
 TEST_F(DiskFiles, OpenAsTheirModeSays) {
   EXPECT_EQ(mfopen("photo.jpg", "rb"), nullptr);
   EXPECT_EQ(errno, ENOENT);
-  write_file("photo.jpg", octets("old"));
+  write_file("photo.jpg", bytes_of("old"));
   EXPECT_EQ(mfopen("photo.jpg", "wbx+"), nullptr);
   EXPECT_EQ(errno, EEXIST);
   EXPECT_EQ(mfopen("photo.jpg", "ab"), nullptr);
@@ -132,19 +132,19 @@ TEST_F(DiskFiles, OpenAsTheirModeSays) {
     EXPECT_EQ(mfwrite("new", 1, 3, *reader), 0U);
     EXPECT_EQ(mferror(*reader), EBADF);
   }
-  EXPECT_EQ(read_file("photo.jpg"), octets("old"));
+  EXPECT_EQ(read_file("photo.jpg"), bytes_of("old"));
   EXPECT_EQ(mfclose(mfopen("photo.jpg", "wb+")), 0);
-  EXPECT_EQ(read_file("photo.jpg"), Octets{});
+  EXPECT_EQ(read_file("photo.jpg"), Bytes{});
 }
 
 TEST_F(DiskFiles, SeekAnywhereButBeforeTheStart) {
-  write_file("photo.jpg", pattern(100));
+  write_file("photo.jpg", noise(100, 1));
   const MFileHandle file(mfopen("photo.jpg", "rb"));
   EXPECT_EQ(mfseek(*file, -1, Whence::start), -1);
   EXPECT_EQ(errno, EINVAL);
   EXPECT_EQ(mfseek(*file, 10, Whence::end), 0);
   EXPECT_EQ(mftell(*file), 110);
-  EXPECT_EQ(read_octets(*file, 1), Octets{});
+  EXPECT_EQ(read_bytes(*file, 1), Bytes{});
   EXPECT_EQ(mferror(*file), 0) << "the end is no error";
   EXPECT_EQ(mfseek(*file, INT64_MAX, Whence::position), -1);
   EXPECT_EQ(mfseek(*file, 0, static_cast<Whence>(9)), -1);
@@ -160,19 +160,19 @@ TEST_F(DiskFiles, SeekAnywhereButBeforeTheStart) {
 TEST_F(DiskFiles, ReadErrorsAreToldFromTheEnd) {
   const MFileHandle directory(mfopen(".", "rb"));
   ASSERT_NE(directory, nullptr);
-  EXPECT_EQ(read_octets(*directory, 10), Octets{});
+  EXPECT_EQ(read_bytes(*directory, 10), Bytes{});
   EXPECT_EQ(mferror(*directory), EISDIR);
 }
 
 TEST_F(DiskFiles, PatchesNearTheEndStayInMemory) {
   MFILE* const file = mfopen("out", "wb+");
-  Octets expected = pattern(70000);
-  write_octets(*file, expected);
+  Bytes expected = noise(70000, 1);
+  write_bytes(*file, expected);
   ASSERT_EQ(mfseek(*file, 4, Whence::start), 0);
-  write_octets(*file, {1, 2});
+  write_bytes(*file, {1, 2});
   expected[4] = 1;
   expected[5] = 2;
-  EXPECT_EQ(read_octets(*file, 2), Octets(expected.begin() + 6, expected.begin() + 8));
+  EXPECT_EQ(read_bytes(*file, 2), Bytes(expected.begin() + 6, expected.begin() + 8));
   ASSERT_EQ(mfseek(*file, 0, Whence::end), 0);
   EXPECT_EQ(mftell(*file), 70000);
   EXPECT_EQ(std::filesystem::file_size("out"), 0U) << "nothing has been written yet";
@@ -183,7 +183,7 @@ TEST_F(DiskFiles, PatchesNearTheEndStayInMemory) {
 
 /// Random accesses of one file beside the same on a vector: sizes on both sides of the windows,
 /// places in front of, inside, right behind and far behind them.
-void run_against_model(MFILE& file, MFILE& source, const Octets& source_bytes, Octets& model,
+void run_against_model(MFILE& file, MFILE& source, const Bytes& source_bytes, Bytes& model,
                        std::uint32_t seed) {
   const auto random = [&seed](std::uint32_t limit) {
     seed = seed * 1664525U + 1013904223U;
@@ -203,8 +203,8 @@ void run_against_model(MFILE& file, MFILE& source, const Octets& source_bytes, O
     } else if (action == 2) {
       const std::size_t left = model.size() - std::min(position, model.size());
       const auto at = model.begin() + static_cast<std::ptrdiff_t>(model.size() - left);
-      const Octets expected(at, at + static_cast<std::ptrdiff_t>(std::min(size, left)));
-      ASSERT_EQ(read_octets(file, size), expected) << step;
+      const Bytes expected(at, at + static_cast<std::ptrdiff_t>(std::min(size, left)));
+      ASSERT_EQ(read_bytes(file, size), expected) << step;
       position += expected.size();
     } else {
       const std::size_t from = random(static_cast<std::uint32_t>(source_bytes.size() - size));
@@ -225,7 +225,7 @@ void run_against_model(MFILE& file, MFILE& source, const Octets& source_bytes, O
 }
 
 TEST_F(DiskFiles, BehaveAsTheirBytesDo) {
-  const Octets source_bytes = pattern(300000);
+  const Bytes source_bytes = noise(300000, 1);
   write_file("source", source_bytes);
   for (std::uint32_t seed = 1; seed <= 6; ++seed) {
     SCOPED_TRACE(seed);
@@ -233,7 +233,7 @@ TEST_F(DiskFiles, BehaveAsTheirBytesDo) {
     const MFileHandle holder(seed == 6 ? mfopen("holder", "wb+") : nullptr);
     const MFileHandle source(mfopen("source", "rb"));
     MFILE* const file = mfopen("out", "wb+");
-    Octets model;
+    Bytes model;
     run_against_model(*file, *source, source_bytes, model, seed);
     EXPECT_EQ(mfclose(file), 0);
     ASSERT_EQ(read_file("out"), model);
@@ -241,7 +241,7 @@ TEST_F(DiskFiles, BehaveAsTheirBytesDo) {
 }
 
 TEST_F(DiskFiles, ManyShortReadsSeeTheFilesBytes) {
-  const Octets bytes = pattern(50000);
+  const Bytes bytes = noise(50000, 1);
   write_file("photo.jpg", bytes);
   const MFileHandle file(mfopen("photo.jpg", "rb"));
   for (std::size_t at = 0; at < bytes.size(); at += 7919) {
@@ -249,8 +249,7 @@ TEST_F(DiskFiles, ManyShortReadsSeeTheFilesBytes) {
       ASSERT_EQ(mfseek(*file, static_cast<std::int64_t>(at), Whence::start), 0);
       const auto first = bytes.begin() + static_cast<std::ptrdiff_t>(at);
       const std::size_t count = std::min(size, bytes.size() - at);
-      ASSERT_EQ(read_octets(*file, size),
-                Octets(first, first + static_cast<std::ptrdiff_t>(count)));
+      ASSERT_EQ(read_bytes(*file, size), Bytes(first, first + static_cast<std::ptrdiff_t>(count)));
     }
   }
 }
@@ -259,7 +258,7 @@ TEST_F(DiskFiles, CopyTheWholeOfWhatIsThere) {
   constexpr std::uint64_t everything = UINT64_MAX;
   for (const std::size_t size : {0U, 1U, 65535U, 65536U, 3000000U}) {
     SCOPED_TRACE(size);
-    const Octets bytes = pattern(size);
+    const Bytes bytes = noise(size, 1);
     write_file("source", bytes);
     const MFileHandle source(mfopen("source", "rb"));
     MFILE* const out = mfopen("out", "wb+");
@@ -268,7 +267,7 @@ TEST_F(DiskFiles, CopyTheWholeOfWhatIsThere) {
     EXPECT_EQ(mfcopy(*source, *out, 70000), 0U);
     EXPECT_EQ(mferror(*source), 0);
     EXPECT_EQ(mfclose(out), 0);
-    Octets expected = octets("head");
+    Bytes expected = bytes_of("head");
     expected.insert(expected.end(), bytes.begin(), bytes.end());
     EXPECT_EQ(read_file("out"), expected);
   }
@@ -279,8 +278,8 @@ TEST_F(DiskFiles, CopyTheWholeOfWhatIsThere) {
 }
 
 TEST_F(DiskFiles, CopyToAndFromMemory) {
-  Octets bytes = pattern(200000);
-  Octets target(150000);
+  Bytes bytes = noise(200000, 1);
+  Bytes target(150000);
   const MFileHandle memory = test::memory_file(bytes);
   const MFileHandle small(mfopen_memfile(target.data(), 150000, 0));
   const MFileHandle disk(mfopen("out", "wb+"));
@@ -309,10 +308,10 @@ TEST_F(DiskFiles, AFullDiskIsToldAtTheLatestByTheClose) {
   EXPECT_EQ(mfclose(file), -1) << "a lost write is never forgotten";
 
   file = open_full();
-  EXPECT_EQ(write_octets(*file, pattern(500000)), 0U) << "too long for the window";
+  EXPECT_EQ(write_bytes(*file, noise(500000, 1)), 0U) << "too long for the window";
   EXPECT_EQ(mfclose(file), -1);
 
-  write_file("source", pattern(500000));
+  write_file("source", noise(500000, 1));
   const MFileHandle source(mfopen("source", "rb"));
   file = open_full();
   EXPECT_LT(mfcopy(*source, *file, 500000), 500000U);
@@ -321,7 +320,7 @@ TEST_F(DiskFiles, AFullDiskIsToldAtTheLatestByTheClose) {
 }
 
 TEST_F(DiskFiles, AFileSizeLimitEndsACopyThere) {
-  write_file("source", pattern(500000));
+  write_file("source", noise(500000, 1));
   const MFileHandle source(mfopen("source", "rb"));
   MFILE* const file = mfopen("out", "wb+");
   std::signal(SIGXFSZ, SIG_IGN);
@@ -336,20 +335,20 @@ TEST_F(DiskFiles, AFileSizeLimitEndsACopyThere) {
   EXPECT_LT(copied, 500000U);
   EXPECT_EQ(error, EFBIG);
   EXPECT_EQ(closed, -1);
-  EXPECT_EQ(read_file("out"), pattern(200000));
+  EXPECT_EQ(read_file("out"), noise(200000, 1));
 }
 
 TEST_F(DiskFiles, APipeIsReadOn) {
-  const Octets bytes = pattern(30000);
+  const Bytes bytes = noise(30000, 1);
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   ASSERT_EQ(write(ends[1], bytes.data(), bytes.size()), 30000);
   close(ends[1]);
   const MFileHandle file(mfopen(("/dev/fd/" + std::to_string(ends[0])).c_str(), "rb"));
   ASSERT_NE(file, nullptr);
-  Octets found;
+  Bytes found;
   for (const std::size_t size : {1U, 3000U, 9000U, 5U, 40000U}) {
-    const Octets piece = read_octets(*file, size);
+    const Bytes piece = read_bytes(*file, size);
     found.insert(found.end(), piece.begin(), piece.end());
   }
   EXPECT_EQ(found, bytes);
@@ -360,14 +359,14 @@ TEST_F(DiskFiles, APipeIsReadOn) {
 }
 
 TEST_F(DiskFiles, TheStandardInputIsReadOnByEveryHandle) {
-  write_file("input", octets("first,second"));
+  write_file("input", bytes_of("first,second"));
   const int saved = dup(STDIN_FILENO);
   const int input = open("input", O_RDONLY | O_CLOEXEC);
   dup2(input, STDIN_FILENO);
   close(input);
-  EXPECT_EQ(read_octets(*mfopen_stdin(), 6), octets("first,"));
+  EXPECT_EQ(read_bytes(*mfopen_stdin(), 6), bytes_of("first,"));
   EXPECT_EQ(mfclose(mfopen_stdin()), 0);
-  EXPECT_EQ(read_octets(*mfopen_stdin(), 100), octets("second"));
+  EXPECT_EQ(read_bytes(*mfopen_stdin(), 100), bytes_of("second"));
   EXPECT_NE(fcntl(STDIN_FILENO, F_GETFD), -1) << "never closed";
   if (saved >= 0) {
     dup2(saved, STDIN_FILENO);

@@ -10,25 +10,11 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <vector>
 
+#include "common/image_builder.h"
 #include "support/mfile.h"
 
 namespace tagmend::test {
-
-using Octets = std::vector<std::uint8_t>;
-
-inline Octets octets(std::string_view text) { return {text.begin(), text.end()}; }
-
-/// Bytes that no shift or loss leaves the same.
-inline Octets pattern(std::size_t size, std::uint32_t seed = 1) {
-  Octets bytes(size);
-  for (std::uint8_t& byte : bytes) {
-    seed = seed * 1664525U + 1013904223U;
-    byte = static_cast<std::uint8_t>(seed >> 24);
-  }
-  return bytes;
-}
 
 /// Stands in a fresh directory for the length of a test.
 class InScratchDirectory : public testing::Test {
@@ -43,12 +29,12 @@ class InScratchDirectory : public testing::Test {
     std::filesystem::remove_all(scratch_);
   }
 
-  static void write_file(const std::string& name, const Octets& bytes) {
+  static void write_file(const std::string& name, const Bytes& bytes) {
     std::ofstream stream(name, std::ios::binary);
     stream.write(reinterpret_cast<const char*>(bytes.data()),
                  static_cast<std::streamsize>(bytes.size()));
   }
-  static Octets read_file(const std::string& name) {
+  static Bytes read_file(const std::string& name) {
     std::ifstream stream(name, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
   }
@@ -67,7 +53,7 @@ std::string errors_of(Action&& action) {
 }
 
 /// A memory file over `bytes`, all of them data.
-inline MFileHandle memory_file(Octets& bytes) {
+inline MFileHandle memory_file(Bytes& bytes) {
   const auto size = static_cast<std::uint32_t>(bytes.size());
   return MFileHandle(mfopen_memfile(bytes.data(), size, size));
 }

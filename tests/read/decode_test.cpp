@@ -1,0 +1,586 @@
+#include "read/decode.h"
+
+#include <array>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common/context_fixture.h"
+
+namespace tagmend::test {
+namespace {
+
+constexpr bool II = false;
+constexpr bool MM = true;
+
+/// A value and the text that it is to have.
+struct Case {
+  std::uint32_t tag;
+  std::uint16_t type;
+  std::uint32_t count;
+  Bytes bytes;
+  bool big_endian;
+  std::string expected;
+};
+
+class DecodeTest : public ContextTest {
+ protected:
+  /// The text that `decode` gives a value; read errors are left in errors_.
+  template <typename Decode>
+  std::string shown(const Case& value, Decode decode) {
+    Bytes bytes = value.bytes;
+    ByteCursor cursor;
+    cursor_init(cursor, nullptr, bytes, 1000);
+    cursor.big_endian = value.big_endian;
+    auto room = std::make_unique<std::array<char, 2000>>();
+    TextBuffer text(*room);
+    decode(StoredValue{cursor, value.tag, value.type, value.count}, text);
+    errors_ = cursor.error_count;
+    EXPECT_EQ(std::string(room->data()), text.text());
+    return room->data();
+  }
+  std::string shown_of_kind(IfdKind kind, const Case& value) {
+    return shown(value, [&](const StoredValue& stored, TextBuffer& text) {
+      FieldEntry entry;
+      entry.kind = kind;
+      entry.tag = value.tag;
+      entry.level = 3;
+      entry.seq = 7;
+      entry.ifd.id = 11;
+      decode_by_kind(stored, entry, text, context_);
+    });
+  }
+  void expect_of_kind(IfdKind kind, const std::vector<Case>& cases) {
+    for (const Case& value : cases) {
+      EXPECT_EQ(shown_of_kind(kind, value), value.expected)
+          << "kind " << static_cast<int>(kind) << ", tag " << std::hex << value.tag;
+      EXPECT_EQ(errors_, 0U) << value.expected;
+    }
+  }
+
+  std::uint32_t errors_ = 0;
+};
+
+TEST_F(DecodeTest, BasicByStoredType) {
+  const Case cases[] = {
+      {0, 7, 2, hex("01 AB"), II, "01ab"},
+      {0, 1, 3, hex("00 0F F0"), II, "000ff0"},
+      {0, 6, 1, hex("80"), II, "80"},
+      {0, 2, 6, bytes_of(std::string_view("abc\0d", 6)), II, "abc"},
+      {0, 2, 3, bytes_of("abcdef"), II, "abc"},
+      {0, 3, 3, hex("0001 FFFF 0100"), MM, "1 65535 256"},
+      {0, 3, 2, hex("0100 0001"), II, "1 256"},
+      {0, 4, 2, hex("FFFFFFFF 7FFFFFFF"), MM, "-1 2147483647"},
+      {0, 8, 2, hex("FFFF 8000"), MM, "-1 -32768"},
+      {0, 9, 2, hex("FFFFFFFE 80000000"), MM, "-2 -2147483648"},
+      {0, 5, 2, hex("00000001 000000FA FFFFFFFF 00000000"), MM, "1/250 4294967295/0"},
+      {0, 10, 1, hex("FFFFFFFF FEFFFFFF"), II, "-1/-2"},
+      {0, 11, 1, hex("00000000"), II, "<not yet implemented>"},
+      {0, 12, 1, hex("0000000000000000"), II, "<not yet implemented>"},
+      {0, 0, 1, hex("00"), II, "Unrecognised data type: 0"},
+      {0, 13, 1, hex("00000008"), II, "Unrecognised data type: 13"},
+      {0, 3, 0, {}, II, ""},
+  };
+  for (const Case& value : cases) {
+    EXPECT_EQ(shown(value, decode_basic), value.expected) << "type " << value.type;
+    EXPECT_EQ(errors_, 0U);
+  }
+}
+
+TEST_F(DecodeTest, GenericTurnsFractionsIntoDecimals) {
+  const Case cases[] = {
+      {0, 5, 2, hex("00000001 00000003 00000001 00000000"), MM, "0.33 0.00"},
+      {0, 5, 1, hex("FFFFFFFF 00000001"), MM, "4294967295.00"},
+      {0, 10, 2, hex("FFFFFFFF 00000003 00000007 00000000"), MM, "-0.33 0.00"},
+      {0, 7, 2, hex("01 AB"), MM, "01ab"},
+      {0, 3, 1, hex("0102"), II, "513"},
+  };
+  for (const Case& value : cases) {
+    EXPECT_EQ(shown(value, decode_generic), value.expected) << "type " << value.type;
+  }
+}
+
+TEST_F(DecodeTest, TextStopsAtItsRoom) {
+  const Bytes bytes(5000, 'A');
+  EXPECT_EQ(shown({0, 2, 5000, bytes, II, ""}, decode_basic), std::string(1999, 'A'));
+  // Two digits a byte, while the text is at most 1996 characters long.
+  EXPECT_EQ(shown({0, 7, 5000, bytes, II, ""}, decode_basic).size(), 1998U);
+  EXPECT_EQ(shown({0, 3, 2500, bytes, II, ""}, decode_basic).size(), 1999U);
+  EXPECT_EQ(errors_, 0U);
+  library_settings.exif_charset = {"ISO-8859-1"};
+  EXPECT_EQ(shown({0, 2, 3, hex("61 E9 62"), II, ""}, decode_basic), "aéb");
+  EXPECT_EQ(shown({0, 2, 5000, bytes, II, ""}, decode_basic), std::string(1999, 'A'));
+}
+
+TEST_F(DecodeTest, UnreadableValuesBecomeMarkers) {
+  struct Damage {
+    std::uint16_t type;
+    std::uint32_t count;
+    Bytes bytes;
+    std::string expected;
+    std::string messages;
+    std::uint32_t errors;
+  };
+  const std::string number = "Error: Attempt to read past end of buffer(3047)\n";
+  const std::string u16 = "Error: Attempt to read past end of buffer(505).\n";
+  const std::string u32 = "Error: Attempt to read past end of buffer(449).\n";
+  const std::string s16 = "Error: Attempt to read past end of buffer (3018)\n";
+  const Damage cases[] = {
+      {3, 2, hex("0001 02"), "1 57005", u16, 1},
+      {4, 1, hex("000001"), "-559038801", u32, 1},
+      {8, 2, hex("0001"), "1 -8531", s16, 1},
+      {5, 1, hex("00000001 0000"), "1/-559038784", number, 1},
+      {2, 9, bytes_of("ab"), "ab", number, 1},
+      {7, 0xFFFFFFFF, hex("01"), "01", number, 1},
+  };
+  for (const Damage& damage : cases) {
+    testing::internal::CaptureStderr();
+    const Case value{0, damage.type, damage.count, damage.bytes, MM, ""};
+    EXPECT_EQ(shown(value, decode_basic), damage.expected);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), damage.messages);
+    EXPECT_EQ(errors_, damage.errors);
+  }
+  // The largest count ends after eleven failed reads.
+  for (const std::uint16_t type : std::to_array<std::uint16_t>({3, 4, 5, 8, 9, 10})) {
+    testing::internal::CaptureStderr();
+    shown({0, type, 0xFFFFFFFF, {}, MM, ""}, decode_generic);
+    testing::internal::GetCapturedStderr();
+    EXPECT_LE(errors_, 12U);
+  }
+}
+
+TEST_F(DecodeTest, ValueMap) {
+  const auto mapped = [&](const char* nickname, const Case& value, std::uint32_t layout) {
+    const FieldDef& def = field_table_defs[static_cast<std::size_t>(find_field(nickname))];
+    return shown(value, [&](const StoredValue& stored, TextBuffer& text) {
+      decode_value_map(stored, def, layout, text);
+    });
+  };
+  EXPECT_EQ(mapped("file-src", {0, 7, 1, hex("03"), MM, ""}, 0), "Digital Still Camera");
+  EXPECT_EQ(mapped("file-src", {0, 7, 1, hex("07"), MM, ""}, 0), "7");
+  EXPECT_EQ(mapped("main-comp", {0, 3, 1, hex("0600"), II, ""}, 0), "JPEG Compression");
+  EXPECT_EQ(mapped("main-comp", {0, 4, 1, hex("FFFFFFFF"), II, ""}, 0), "-1");
+  EXPECT_EQ(mapped("n2-saturation", {0, 8, 1, hex("FFFE"), MM, ""}, 27), "-2");
+  // Entries of one layout: that of the file, or any for 34.
+  EXPECT_EQ(mapped("cs-rec-mode", {0, 3, 1, hex("0007"), MM, ""}, 14), "Panorama");
+  EXPECT_EQ(mapped("cs-rec-mode", {0, 3, 1, hex("0007"), MM, ""}, 13), "7");
+  EXPECT_EQ(mapped("cs-rec-mode", {0, 3, 1, hex("0007"), MM, ""}, 0), "7");
+  EXPECT_EQ(mapped("cs-rec-mode", {0, 3, 1, hex("0007"), MM, ""}, 34), "Panorama");
+  EXPECT_EQ(mapped("cs-rec-mode", {0, 3, 1, hex("0001"), MM, ""}, 13), "Single Shutter");
+  EXPECT_EQ(mapped("gps-lat-ref", {0, 2, 2, hex("4E 00"), MM, ""}, 0), "North");
+  EXPECT_EQ(mapped("gps-lat-ref", {0, 2, 2, hex("6E 00"), MM, ""}, 0), "Unknown value");
+  EXPECT_EQ(mapped("pn-spot-mode", {0, 1, 2, hex("1001"), II, ""}, 32), "On");
+
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(mapped("gps-lat-ref", {0, 2, 2, hex("4E"), MM, ""}, 0), "Unknown value");
+  EXPECT_EQ(mapped("file-src", {0, 5, 1, hex("03"), MM, ""}, 0), "0");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error: Attempt to skip past end of buffer(2,435), exiting\n"
+            "Internal Error: unexpected data type\n");
+}
+
+TEST_F(DecodeTest, Standard) {
+  const Bytes xp = hex("4100 E900 0000");
+  expect_of_kind(IfdKind::image,
+                 {
+                     {0x0002, 7, 4, bytes_of("0100"), II, "0100"},
+                     {0x9000, 7, 4, bytes_of("0220"), II, "0220"},
+                     {0xA000, 7, 4, bytes_of("0100"), II, "0100"},
+                     {0x00FE, 4, 1, hex("00000000"), MM, "Main "},
+                     {0x00FE, 9, 1, hex("00000005"), MM, "Thumbnail Transparency-mask "},
+                     {0x00FE, 4, 1, hex("02000000"), II, "Main Multi-page "},
+                     {0x011A, 5, 1, hex("000000B4 00000001"), MM, "180"},
+                     {0x011B, 5, 1, hex("48000000 00000000"), II, "0"},
+                     {0xA215, 5, 1, hex("00000190 00000003"), MM, "133"},
+                     {0x0132, 2, 20, ascii("2004:05:01 10:20:30"), II, "2004:05:01 10:20:30"},
+                     {0x829A, 5, 1, hex("00000001 000000FA"), MM, "1/250"},
+                     {0x829A, 5, 1, hex("00000001 00000002"), MM, "1/2"},
+                     {0x829A, 5, 1, hex("00000002 00000001"), MM, "2.0"},
+                     {0x829A, 5, 1, hex("00000006 0000000A"), MM, "0.6"},
+                     {0x829A, 5, 1, hex("00000000 0000000A"), MM, "1/0"},
+                     {0x829D, 5, 1, hex("0000001C 0000000A"), MM, "2.8"},
+                     {0x4747, 1, 6, xp, II, "Aé"},
+                     {0x9C9B, 1, 6, xp, MM, "Aé"},
+                     {0x9C9F, 1, 2, hex("4100"), MM, "A"},
+                     {0x9201, 10, 1, hex("00000007 00000001"), MM, "1/128"},
+                     {0x9201, 10, 1, hex("00000000 00000001"), MM, "1/1"},
+                     {0x9201, 10, 1, hex("00000006 0000000A"), MM, "1/2"},  // -0.4 rounds to 0
+                     {0x9201, 10, 1, hex("FFFFFFFE 00000001"), MM, "4"},
+                     {0x9201, 5, 1, hex("FFFFFFFE 00000001"), MM, "4"},
+                     {0x9201, 10, 1, hex("7FFFFFFF 00000001"), MM, "1/1073741824"},
+                     {0x9201, 10, 1, hex("80000000 00000001"), MM, "2147483647"},
+                     {0x9201, 10, 1, hex("00000001 00000000"), MM, "1/1"},
+                     {0x9202, 5, 1, hex("00000003 00000001"), MM, "2.8"},
+                     {0x9205, 5, 1, hex("00000004 00000001"), MM, "4.0"},
+                     {0x9202, 5, 1, hex("FFFFFFFF 00000001"), MM, "0.0"},  // overflows
+                     {0x9204, 10, 1, hex("FFFFFFFF 00000003"), MM, "-0.33"},
+                     {0x9206, 5, 1, hex("00000019 0000000A"), MM, "2.5"},
+                     {0x920A, 5, 1, hex("00000055 0000000A"), MM, "8.50"},
+                     {0xA20E, 5, 1, hex("FFFFFFFF 00000002"), MM, "-0.5"},
+                     {0xA20F, 5, 1, hex("00000003 00000002"), MM, "1.5"},
+                     {0x9286, 2, 3, ascii("hi"), II, "hi"},
+                     {0x9286, 7, 12, joined({bytes_of("UNICODE"), hex("00 6100 E900")}), MM, "aé"},
+                     {0x9286, 7, 21,
+                      joined({bytes_of("ASCII"),
+                              hex("000000"),
+                              bytes_of("Hello"),
+                              {0},
+                              bytes_of("World"),
+                              hex("0000")}),
+                      II, "Hello\nWorld"},
+                     {0x9286, 7, 10, joined({Bytes(8), bytes_of("ab")}), II, "ab"},
+                     {0x9286, 7, 8, ascii("UNICODE"), II, ""},
+                     {0x9286, 7, 4, bytes_of("ASCI"), II, ""},
+                     {0x83BB, 4, 1, hex("1C020000"), II, "See separate IPTC fields."},
+                     {0x8649, 1, 4, hex("3842494D"), II, "Binary data."},
+                     {0x010F, 2, 6, ascii("Canon"), II, "Canon"},
+                     {0xA002, 3, 1, hex("0280"), MM, "640"},
+                 });
+}
+
+TEST_F(DecodeTest, SecondDisplayFlag) {
+  library_settings.display_units = true;
+  expect_of_kind(IfdKind::image,
+                 {
+                     {0x9003, 2, 20, ascii("2004:05:01 10:20:30"), II, "2004/05/01 10:20:30"},
+                     {0x9004, 2, 6, ascii("20040"), II, "2004/"},
+                     {0x829A, 5, 1, hex("00000001 000000FA"), MM, "1/250 sec"},
+                     {0x9201, 10, 1, hex("00000007 00000001"), MM, "1/128 sec"},
+                     {0x9201, 10, 1, hex("FFFFFFFF 00000001"), MM, "2 sec"},
+                 });
+}
+
+TEST_F(DecodeTest, HooksGetTheWholeValue) {
+  static std::vector<std::uint64_t> seen;
+  seen.clear();
+  const auto note = [](ReadContext&, const ByteCursor& value, std::uint64_t length) {
+    seen.push_back(cursor_tell(value));
+    seen.push_back(length);
+  };
+  hooks_.read_iptc_value = note;
+  hooks_.read_photoshop_value = note;
+  shown_of_kind(IfdKind::camera, {0x83BB, 4, 0xFFFFFFFF, hex("1C020000"), II, ""});
+  shown_of_kind(IfdKind::camera, {0x8649, 1, 3, hex("384249"), II, ""});
+  EXPECT_EQ(seen, (std::vector<std::uint64_t>{1000, 4 * std::uint64_t{0xFFFFFFFF}, 1000, 3}));
+}
+
+TEST_F(DecodeTest, Gps) {
+  const auto rationals = [](std::initializer_list<std::uint32_t> numbers) {
+    Bytes bytes;
+    for (const std::uint32_t number : numbers) put(bytes, bytes.size(), number, 4, true);
+    return bytes;
+  };
+  expect_of_kind(IfdKind::gps,
+                 {
+                     {0x00, 1, 4, hex("02020000"), II, "2.2.0.0"},
+                     {0x02, 5, 3, rationals({51, 1, 30, 1, 0, 1}), MM, "51 30 00"},
+                     {0x02, 5, 3, rationals({5, 1, 3, 1, 7, 1}), MM, "05 03 07"},
+                     {0x02, 5, 3, rationals({51, 1, 3050, 100, 0, 1}), MM, "51 30.500"},
+                     {0x14, 5, 3, rationals({5, 1, 725, 100, 0, 0}), MM, "05 7.250"},
+                     {0x14, 5, 3, rationals({5, 1, 3, 1, 725, 100}), MM, "05 03 7.250"},
+                     {0x02, 5, 3, rationals({5, 0, 3, 0, 7, 0}), MM, "00 00 00"},
+                     {0x04, 5, 3, rationals({5, 1, 3, 1, 7, 1}), MM, "005 03 07"},
+                     {0x04, 5, 3, rationals({151, 1, 3050, 100, 0, 1}), MM, "151 30.50"},
+                     {0x16, 5, 3, rationals({15, 1, 725, 100, 0, 1}), MM, "015 07.25"},
+                     {0x16, 5, 3, rationals({15, 1, 3, 1, 725, 100}), MM, "015 03 07.25"},
+                     {0x07, 5, 3, rationals({9, 1, 30, 1, 50, 10}), MM, " 9:30: 5"},
+                     {0x06, 5, 1, rationals({1234, 10}), MM, "123.40"},
+                     {0x12, 2, 7, ascii("WGS-84"), MM, "WGS-84"},
+                 });
+  const Case short_value{0x02, 5, 3, rationals({51, 1, 30}), MM, ""};
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(shown_of_kind(IfdKind::gps, short_value), "51 -0 01");
+  testing::internal::GetCapturedStderr();
+  EXPECT_EQ(errors_, 3U);
+}
+
+TEST_F(DecodeTest, MakersWithFewRules) {
+  expect_of_kind(IfdKind::nikon1, {{0x0A, 5, 1, hex("00000019 0000000A"), MM, "2.5x"},
+                                   {0x0A, 5, 1, hex("00000019 00000000"), MM, "0.0x"},
+                                   {0x08, 5, 1, hex("00000001 00000004"), MM, "0.25"}});
+  expect_of_kind(IfdKind::casio, {{0x11, 4, 1, hex("00FF0000"), MM, "255 (0xff)"},
+                                  {0x11, 4, 1, hex("FFFF0000"), II, "65535 (0xffff)"},
+                                  {0x06, 4, 1, hex("00000007"), MM, "7"}});
+  expect_of_kind(IfdKind::nikon3, {{0x0E, 7, 4, hex("06 010C00"), MM, "0.50"},
+                                   {0x0E, 7, 4, hex("F9 010C00"), MM, "-0.50"},
+                                   {0x0E, 7, 4, hex("80 010C00"), MM, "-10.58"}});
+  expect_of_kind(IfdKind::epson, {{0x0209, 7, 4, bytes_of("PHOTO PC"), II, "PHOT"},
+                                  {0x0F00, 7, 2, hex("0102"), II, "0102"}});
+  expect_of_kind(IfdKind::panasonic, {{0x23, 8, 1, hex("FFFF"), MM, "-0.33"},
+                                      {0x24, 8, 1, hex("0300"), II, "1.00"},
+                                      {0x25, 8, 1, hex("FFFF"), MM, "-1"}});
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(shown_of_kind(IfdKind::panasonic, {0x24, 8, 1, {}, MM, ""}), "-2843.67");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error: Attempt to read past end of buffer (3018)\n");
+}
+
+TEST_F(DecodeTest, OlympusAndNikonType2) {
+  const auto mode = [](std::uint32_t m, std::uint32_t n, std::uint32_t d) {
+    return joined({big32(m), big32(n), big32(d)});
+  };
+  for (const IfdKind kind : {IfdKind::olympus1, IfdKind::olympus3}) {
+    expect_of_kind(kind, {{0x0200, 4, 3, mode(0, 5, 1), MM, "Normal, 5, Left to Right"},
+                          {0x0200, 4, 3, mode(1, 5, 2), MM, "Unknown, 5, Right to Left"},
+                          {0x0200, 4, 3, mode(2, 0, 3), MM, "Fast, 0, Bottom to Top"},
+                          {0x0200, 4, 3, mode(3, 1, 4), MM, "Panorama, 1, Top to Bottom"},
+                          {0x0200, 4, 3, mode(4, 1, 5), MM, "4, 1, 5"},
+                          {0x0200, 4, 3, mode(~0U, ~0U, 0), MM, "-1, -1, 0"},
+                          {0x0209, 7, 6, bytes_of("OLYMP C"), MM, "OLYMP "},
+                          {0x0204, 5, 1, hex("00000003 00000002"), MM, "1.50"}});
+  }
+  expect_of_kind(IfdKind::olympus2, {{0x0200, 4, 3, mode(0, 5, 1), MM, "0 5 1"}});
+  expect_of_kind(IfdKind::nikon2,
+                 {
+                     {0x02, 3, 2, hex("0000 0064"), MM, "100"},
+                     {0x02, 3, 2, hex("0100 6400"), II, "1,100"},
+                     {0x85, 5, 1, hex("00000019 0000000A"), MM, "2.5"},
+                     {0x85, 5, 1, hex("00000019 00000000"), MM, "0.0"},
+                     {0x86, 5, 1, hex("00000014 0000000A"), MM, "2.0x"},
+                     {0x86, 5, 1, hex("00000014 00000000"), MM, "0.0"},
+                     {0x88, 7, 4, hex("0000 0000 0000 0000"), MM, "Centre"},
+                     {0x88, 7, 4, hex("0000 0003 0000 0000"), MM, "Left"},
+                     {0x88, 7, 4, hex("0000 0005 0000 0000"), MM, "Unknown value #2 5"},
+                     {0x88, 7, 4, hex("0100 0000 008F 0002"), MM, "Top"},
+                     {0x88, 7, 4, hex("0000 0000 008F 0002"), MM, "Centre"},
+                     {0x88, 7, 4, hex("0004 0000 8F00 0200"), II, "Right"},
+                     {0x88, 7, 4, hex("0101 0000 008F 0002"), MM, "Unknown value #1 257"},
+                     {0x88, 7, 4, hex("0001 0002 0003 0004"), MM, "1,2,3,4"},
+                     {0x0A, 5, 1, hex("00000003 00000002"), MM, "1.50"},
+                 });
+}
+
+TEST_F(DecodeTest, EveryKindHasItsDecoder) {
+  // Tag 0x011A tells the standard decoder ("1") from the generic one ("1.00").
+  for (std::uint16_t kind = 0; kind < ifd_kind_count; ++kind) {
+    const bool standard = kind == 0 || kind == 2 || kind == 3 || kind == 5 ||
+                          (kind >= 19 && kind <= 27) || kind == 32 || kind == 33 || kind == 37 ||
+                          kind == 40;
+    EXPECT_EQ(shown_of_kind(IfdKind{kind}, {0x011A, 5, 1, hex("00000001 00000001"), MM, ""}),
+              standard ? "1" : "1.00")
+        << kind;
+  }
+}
+
+TEST_F(DecodeTest, CanonNumbers) {
+  for (const IfdKind kind : {IfdKind::canon, IfdKind::canon_s100, IfdKind::canon_d30}) {
+    expect_of_kind(kind, {{0x08, 4, 1, hex("000F4240"), MM, "100-0000"},
+                          {0x08, 4, 1, hex("0000271A"), MM, "001-0010"},
+                          {0x08, 4, 1, hex("FFFFFFFF"), MM, "429496-7295"},
+                          {0x0C, 4, 1, hex("00AB0007"), MM, "00AB00007"},
+                          {0x0C, 4, 1, hex("0700AB0F"), II, "0FAB00007"},
+                          {0x09, 2, 4, ascii("Ann"), MM, "Ann"}});
+  }
+}
+
+TEST_F(DecodeTest, CanonSettingsBecomeFields) {
+  // Element 0, then 1 macro, 2 self timer, 3 quality, 4 to 28 nothing but zeros, 29 flash details.
+  Bytes array = hex("003E 0002 0064 0005");
+  array.resize(58);
+  put(array, 58, 0x6890, 2, true);
+  const auto count = static_cast<std::uint32_t>(array.size() / 2);
+  const std::string text = shown_of_kind(IfdKind::canon, {0x01, 3, count, array, MM, ""});
+  EXPECT_EQ(text.substr(0, 14), "62 2 100 5 0 0");
+  ASSERT_EQ(image_->field_count, 22U);
+  EXPECT_EQ(listed().substr(0, listed().find("cn-flash-mode")),
+            "cn-macro-mode 3 [Normal] 1002\n"
+            "cn-self-timer 3 [10.0sec\n] 1004\n"
+            "cn-quality 3 [Superfine] 1006\n");
+  const FieldEntry& flash = image_->fields[21];
+  EXPECT_STREQ(flash.text.data(), "External Internal FpSyncUsed RearCurtainSync FpSyncEnabled ");
+  EXPECT_EQ(flash.kind, IfdKind::canon);
+  EXPECT_EQ(flash.tag, 0x1D0001U);
+  EXPECT_EQ(flash.level, 3);
+  EXPECT_EQ(flash.seq, 7U);
+  EXPECT_EQ(flash.ifd.id, 11);
+  EXPECT_EQ(flash.index, 21);
+  EXPECT_EQ(flash.count, 1U);
+  EXPECT_EQ(flash.value_pos, 1058U);
+  EXPECT_EQ(flash.raw, (std::array<std::uint8_t, 4>{'E', 'x', 't', 'e'}));
+  EXPECT_STREQ(flash.name.data(), "Flash");
+  EXPECT_STREQ(image_->fields[8].name.data(), "Digital Zoom");
+
+  image_->field_count = 0;
+  shown_of_kind(IfdKind::canon,
+                {0x04, 3, 8, hex("1000 0000 0000 0000 0000 0000 0000 0200"), II, ""});
+  EXPECT_EQ(listed(), "cn-white-bal 3 [Cloudy] 1014\n");
+
+  // Off and None; kinds without rows; one value only; a full table.
+  image_->field_count = 0;
+  shown_of_kind(IfdKind::canon, {0x01, 3, 3, hex("0006 0001 0000"), MM, ""});
+  shown_of_kind(IfdKind::canon_d30, {0x01, 3, 3, hex("0006 0001 0000"), MM, ""});
+  EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x01, 3, 1, hex("0006"), MM, ""}), "6");
+  EXPECT_EQ(listed(), "cn-macro-mode 3 [Macro] 1002\ncn-self-timer 3 [Off] 1004\n");
+  image_->field_count = 199;
+  EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x01, 3, 3, hex("0006 0001 0000"), MM, ""}), "6 1 0");
+  EXPECT_EQ(image_->field_count, 200U);
+}
+
+TEST_F(DecodeTest, CanonCustomFunctions) {
+  // The numbers 0 (the array's own row) and 0x40 (no row) leave no field, and nothing is misread
+  // behind them. A setting without entry in the map is shown as a number.
+  const Bytes array = hex("000C 0001 0101 4001 0203 0D01 0109");
+  EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x0F, 3, 7, array, MM, ""}),
+            "12 1 257 16385 515 3329 265");
+  EXPECT_EQ(listed(),
+            "cn-noise-reduct 1 [On] 1006\n"
+            "cn-ae-lock 1 [AE+release/AE+AF] 1010\n"
+            "cn-sensor-cleaning 1 [Enabled] 1012\n"
+            "cn-noise-reduct 1 [9] 1014\n");
+  EXPECT_EQ(image_->fields[1].tag, 0x0002000FU);
+  EXPECT_STREQ(image_->fields[1].name.data(), "AE Lock Button");
+
+  image_->field_count = 0;
+  shown_of_kind(IfdKind::canon, {0x0F, 3, 2, hex("0400 0101"), II, ""});
+  shown_of_kind(IfdKind::canon_s100, {0x0F, 3, 2, hex("0400 0101"), II, ""});
+  EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x0F, 3, 1, hex("0101"), II, ""}), "257");
+  EXPECT_EQ(listed(), "cn-noise-reduct 1 [On] 1004\n");
+}
+
+/// A settings array of the file's byte order, all zero but for some places.
+Bytes minolta_array(std::initializer_list<std::pair<std::size_t, std::uint32_t>> places) {
+  Bytes array(57 * 4);
+  for (const auto& [place, number] : places) put(array, (place - 1) * 4, number, 4, true);
+  return array;
+}
+
+TEST_F(DecodeTest, MinoltaElements) {
+  const struct {
+    std::size_t place;
+    std::uint32_t number;
+    const char* expected;
+  } cases[] = {
+      {2, 1, "Aperture Priority"},
+      {9, 48, "5.00"},
+      {10, 56, "1.00"},
+      {11, 16, "1.00"},
+      {14, 7, "0.33"},
+      {16, 0xFFFFFFFF, "-1"},
+      {17, 0xFFFFFFFF, "0"},
+      {18, 12, "12"},
+      {19, 1843, "7.199"},
+      {20, 1500, "1.500"},
+      {22, 0x07D20507, "2002/05/07"},
+      {22, 0x07D20C1F, "2002/12/31"},
+      {23, 0x00090503, "9:05:03"},
+      {23, 0x00170B3B, "23:11:59"},
+      {24, 40, "4.0"},
+      {24, 0xFFFFFFFF, "0.0"},  // overflows
+      {29, 256, "2.00"},
+      {30, 128, "1.41"},
+      {31, 0, "1.00"},
+      {32, 0, "-3"},
+      {33, 5, "2"},
+      {36, 3, "-1.00"},
+      {42, 3, "0"},
+      {45, 20, "-3.50"},
+      // Single precision: 2^24 + 1 becomes 2^24 before the formula.
+      {9, 16777217, "2097151.00"},
+      {20, 16777217, "16777.216"},
+  };
+  const Bytes plain = minolta_array({});
+  for (const auto& row : cases) {
+    image_->field_count = 0;
+    const Bytes array = minolta_array({{row.place, row.number}});
+    shown_of_kind(IfdKind::minolta, {0x03, 7, 57 * 4, array, MM, ""});
+    ASSERT_EQ(image_->field_count, 56U);  // all but the number 52
+    const FieldEntry& entry = image_->fields[row.place - 1];
+    EXPECT_EQ(entry.tag, row.place << 16 | 3);
+    EXPECT_EQ(entry.type, 4);
+    EXPECT_EQ(entry.value_pos, 1000 + (row.place - 1) * 4);
+    EXPECT_STREQ(entry.text.data(), row.expected) << row.place;
+  }
+}
+
+TEST_F(DecodeTest, MinoltaNumbersDependOnTheCamera) {
+  const Bytes array = minolta_array({{51, 2}, {52, 1}, {53, 1}});
+  // The 7Hi has an element 52; with other cameras that place holds element 53.
+  image_->maker_note_kind = 19;
+  shown_of_kind(IfdKind::minolta, {0x01, 7, 53 * 4 + 3, array, MM, ""});
+  ASSERT_EQ(image_->field_count, 52U);  // element 1 has no row
+  std::string all = listed();
+  EXPECT_EQ(all.substr(all.find("mns1-dec")),
+            "mns1-dec-setting 4 [Saturation] 1200\n"
+            "mns1-embedded-profile 4 [Yes] 1204\n"
+            "mns1-data-imprint 4 [yyy/mm/dd] 1208\n");
+  image_->field_count = 0;
+  image_->maker_note_kind = 22;
+  shown_of_kind(IfdKind::minolta, {0x01, 7, 53 * 4, array, MM, ""});
+  all = listed();
+  EXPECT_EQ(all.substr(all.find("mns1-dec")),
+            "mns1-dec-setting 4 [Saturation] 1200\n"
+            "mns1-data-imprint 4 [yyy/mm/dd] 1204\n"
+            "mns1-0003-36 4 [1] 1208\n");
+  image_->field_count = 0;
+  EXPECT_EQ(shown_of_kind(IfdKind::minolta, {0x01, 7, 3, hex("010203"), MM, ""}), "010203");
+  EXPECT_EQ(shown_of_kind(IfdKind::minolta, {0x40, 4, 1, hex("00000007"), MM, ""}), "7");
+  EXPECT_EQ(image_->field_count, 0U);
+}
+
+TEST_F(DecodeTest, DamagedArraysEnd) {
+  testing::internal::CaptureStderr();
+  for (const std::uint32_t count : {2U, 57U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+    for (std::size_t length = 0; length < 9; ++length) {
+      image_->field_count = 0;
+      shown_of_kind(IfdKind::canon, {0x01, 3, count, Bytes(length, 1), MM, ""});
+      shown_of_kind(IfdKind::canon, {0x0F, 3, count, Bytes(length, 1), MM, ""});
+      shown_of_kind(IfdKind::minolta, {0x03, 7, count, Bytes(length, 1), II, ""});
+      EXPECT_LE(image_->field_count, 57U);
+    }
+  }
+  testing::internal::GetCapturedStderr();
+}
+
+TEST_F(DecodeTest, CanonRaw) {
+  setenv("TZ", "UTC", 1);
+  tzset();
+  const struct {
+    const char* nickname;
+    Bytes bytes;
+    bool big_endian;
+    const char* expected;
+  } cases[] = {
+      {"crw-date", hex("00000000"), MM, "1970:01:01 00:00:00"},
+      {"crw-date", hex("80E99340"), II, "2004:05:01 18:16:32"},
+      {"crw-iso", hex("00C0"), MM, "200"},
+      {"crw-focus-lower", hex("FFFF"), MM, "Infinity"},
+      {"crw-focus-upper", hex("7B00"), II, "1.230"},
+      {"crw-shutter", hex("FF30"), MM, "Bulb"},
+      {"crw-shutter", hex("00A0"), MM, "1/32"},
+      {"crw-shutter", hex("0040"), MM, "1/4"},
+      {"crw-shutter", hex("003F"), MM, "0.3"},
+      {"crw-shutter", hex("0001"), MM, "1.0"},
+      {"crw-shutter", hex("0000"), MM, "1.0"},
+      {"crw-shutter", hex("FFC0"), MM, "4.0"},
+      {"crw-shutter", hex("7FFF"), MM, "1/2147483647"},
+      {"crw-shutter", hex("8000"), MM, "0.0"},  // overflows
+      {"crw-shutter-delay", hex("0064"), MM, "10.00"},
+      {"crw-custom-2", hex("0104"), MM, "4"},
+      {"crw-custom-15", hex("FF01"), II, "255"},
+      {"crw-zoom-lower", hex("FFFF"), MM, "-1"},
+      {"crw-owner", joined({bytes_of("Ann"), Bytes(29)}), MM, "Ann"},
+  };
+  const auto raw = [&](const char* nickname, const Bytes& bytes, bool big_endian) {
+    const FieldDef& def = field_table_defs[static_cast<std::size_t>(find_field(nickname))];
+    const Case value{
+        def.tag, static_cast<std::uint16_t>(def.data_type), def.count, bytes, big_endian, ""};
+    return shown(value, [&](const StoredValue& stored, TextBuffer& text) {
+      decode_canon_raw(stored, def, 0, text);
+    });
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(raw(row.nickname, row.bytes, row.big_endian), row.expected) << row.nickname;
+  }
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(raw("crw-shutter", hex("00"), MM), raw("crw-shutter", hex("DEAD"), MM));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Error: Attempt to read past end of buffer (3018)\n");
+  library_settings.raw_output = true;
+  EXPECT_EQ(raw("crw-iso", hex("00C0"), MM), "192");
+  EXPECT_EQ(raw("crw-shutter", hex("FF30"), MM), "-208");
+}
+
+}  // namespace
+}  // namespace tagmend::test

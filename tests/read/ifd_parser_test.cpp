@@ -1,0 +1,308 @@
+#include "read/ifd_parser.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <string>
+
+#include "reading.h"
+
+namespace tagmend::test {
+namespace {
+
+// An IFD as raw entries, for what no sound file holds.
+struct RawEntry {
+  std::uint32_t tag, type, count, value;
+};
+
+Bytes raw_ifd(const std::vector<RawEntry>& entries, std::uint32_t next = 0) {
+  Bytes ifd = big16(static_cast<std::uint32_t>(entries.size()));
+  for (const RawEntry& entry : entries) {
+    ifd =
+        joined({ifd, big16(entry.tag), big16(entry.type), big32(entry.count), big32(entry.value)});
+  }
+  return joined({ifd, big32(next)});
+}
+
+// A TIFF file with its first IFD at offset 8.
+Bytes raw_tiff(const std::vector<RawEntry>& entries, std::uint32_t next = 0) {
+  return joined({bytes_of("MM"), {0, 42, 0, 0, 0, 8}, raw_ifd(entries, next), Bytes(64)});
+}
+
+// Text fields of one letter, all without a definition in IFD0.
+std::vector<RawEntry> undefined_fields(std::uint32_t count) {
+  std::vector<RawEntry> entries;
+  for (std::uint32_t i = 0; i < count; ++i) entries.push_back({0xE000 + i, 2, 2, 0x41000000});
+  return entries;
+}
+
+TEST(IfdParser, EveryIfdGetsItsKindLevelAndSequence) {
+  const Ifd thumbnail = ifd_of({text(0x010E, "small")});
+  const Ifd page2 = ifd_of({text(0x010E, "page 2")});
+  const Ifd page3 = ifd_of({text(0x010E, "page 3")});
+  const Ifd page4 = ifd_of({text(0x010E, "page 4")});
+  const Ifd sub = ifd_of({shorts(0x0100, {640})});
+  const Entry interop = pointer(0xA005, {text(0x0001, "R98")});
+  const Ifd main =
+      ifd_of({text(0x010E, "big"), pointer(0x014A, std::vector<Ifd>{sub, sub, sub}),
+              pointer(0x8769, {octets(0x9000, kUndefined, "0220"), interop, shorts(0xA002, {640})}),
+              pointer(0x8825, {octets(0x0000, kByte, Bytes{2, 2, 0, 0})}), text(0xE123, "?")});
+  const Lines expected = {"0/0/0 010e big",      "23/1/30000 0100 640", "24/1/30001 0100 640",
+                          "25/1/30002 0100 640", "2/1/0 9000 0220",     "5/2/0 0001 R98",
+                          "2/1/0 a002 640",      "16/1/0 0000 2.2.0.0", "0/0/0 e123 ?",
+                          "3/0/1 010e small",    "21/0/2 010e page 2",  "22/0/3 010e page 3",
+                          "40/0/4 010e page 4"};
+  for (const bool big_endian : {true, false}) {
+    const Reading reading =
+        read_image(scattered_tiff(big_endian, {main, thumbnail, page2, page3, page4}));
+    EXPECT_EQ(reading.result, ErrorCode::ok);
+    EXPECT_EQ(fields_of(reading), expected);
+    EXPECT_EQ(reading.errors, "");
+    EXPECT_FALSE(reading.image->incomplete);
+    EXPECT_EQ(reading.image->big_endian, big_endian);
+    for (std::uint16_t i = 0; i < reading.image->field_count; ++i) {
+      const FieldEntry& entry = reading.image->fields[i];
+      EXPECT_EQ(entry.index, i);
+      EXPECT_EQ(entry.ifd.big_endian, big_endian);
+      EXPECT_EQ(entry.ifd.source_base, 0);
+    }
+  }
+}
+
+TEST(IfdParser, EntriesOfOneIfdShareItsPlace) {
+  const Ifd main =
+      ifd_of({text(0x010E, "a"), pointer(0x8769, {text(0xA004, "b.wav")}), text(0xE123, "c")});
+  const Reading reading = read_image(jpeg({source_exif(true, {main, main})}));
+  const auto table = reading.image->table();
+  ASSERT_EQ(table.size(), 6U);
+  const std::array<std::uint32_t, 6> ids = {0, 1, 0, 2, 3, 2};
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    EXPECT_EQ(table[i].ifd.id, ids[i]);
+    EXPECT_EQ(table[i].ifd.parent, i % 3 == 1 ? tag_exif_ifd : root_main);
+    EXPECT_EQ(table[i].ifd.source_base, 12);
+  }
+}
+
+TEST(IfdParser, SortedTablesAreInOrderOfKindLevelSequenceAndTag) {
+  const Ifd main = ifd_of({text(0xE200, "b"), pointer(0x8825, {text(0x0001, "N")}),
+                           pointer(0x8769, {text(0xA004, "c.wav")}), text(0xE100, "a")});
+  const Reading reading =
+      read_image(scattered_tiff(true, {main, ifd_of({text(0x010E, "t")})}), {}, true);
+  EXPECT_EQ(fields_of(reading), (Lines{"0/0/0 e100 a", "0/0/0 e200 b", "2/1/0 a004 c.wav",
+                                       "3/0/1 010e t", "16/1/0 0001 North"}));
+}
+
+TEST(IfdParser, ValuesKeepTheirStoredForm) {
+  const Ifd main = ifd_of({text(0x010E, "twelve bytes"), shorts(0x0112, {1})});
+  Bytes file = jpeg({source_exif(true, {main})});
+  const Reading reading = read_image(file);
+  const FieldEntry& longer = reading.image->fields[0];
+  EXPECT_EQ(longer.type, 2);
+  EXPECT_EQ(longer.count, 13U);
+  EXPECT_TRUE(longer.data.empty());
+  EXPECT_STREQ(longer.name.data(), "Description");
+  const auto at =
+      std::search(file.begin(), file.end(), std::begin("twelve"), std::end("twelve") - 1);
+  EXPECT_EQ(longer.value_pos, static_cast<std::uint32_t>(at - file.begin()));
+  put(file, 0, 0, 0, true);
+  const Bytes offset = big32(longer.value_pos - 12);
+  EXPECT_TRUE(std::equal(offset.begin(), offset.end(), longer.raw.begin()));
+
+  const FieldEntry& shorter = reading.image->fields[1];
+  EXPECT_EQ(shorter.raw, (std::array<std::uint8_t, 4>{0, 1, 0, 0}));
+  EXPECT_EQ(file[shorter.value_pos - 8], 0x01);
+  EXPECT_EQ(file[shorter.value_pos - 7], 0x12);
+}
+
+TEST(IfdParser, FieldsWithoutDefinitionGetAName) {
+  const Reading reading = read_image(raw_tiff({{0xABCD, 2, 2, 0x41000000}}));
+  ASSERT_EQ(reading.image->field_count, 1U);
+  EXPECT_EQ(reading.image->fields[0].def, 0U);
+  EXPECT_STREQ(reading.image->fields[0].name.data(), "Unknown Field 0xabcd     ");
+}
+
+TEST(IfdParser, PointerTagsOfMakerNotesAreValuesElsewhere) {
+  const Reading reading = read_image(raw_tiff({{0x0011, 4, 1, 8}, {0x2001, 4, 1, 8}}));
+  EXPECT_EQ(fields_of(reading), (Lines{"0/0/0 0011 8", "0/0/0 2001 8"}));
+  EXPECT_EQ(reading.image->fields[0].def + reading.image->fields[1].def, 0U);
+  EXPECT_FALSE(reading.image->incomplete);
+}
+
+TEST(IfdParser, StoredTypesThatStandForTheDefinedOne) {
+  // Eleven misfits end the read, so an accepted pair lets the twelfth field be read.
+  const struct {
+    const char* name;
+    RawEntry entry;
+    bool fits;
+  } cases[] = {
+      {"SHORT or LONG as SHORT", {0xA002, 3, 1, 0x02800000}, true},
+      {"SHORT or LONG as LONG", {0xA002, 4, 1, 640}, true},
+      {"SHORT or LONG as BYTE", {0xA002, 1, 1, 0}, false},
+      {"ASCII as BYTE", {0x9003, 1, 20, 8}, true},
+      {"ASCII as UNDEFINED", {0x9003, 7, 20, 8}, false},
+      {"signed rational as rational", {0x9204, 5, 1, 8}, true},
+      {"rational as signed rational", {0x829A, 10, 1, 8}, false},
+      {"SHORT as LONG", {0x8827, 4, 1, 100}, false},
+      {"count differs", {0x9003, 2, 19, 8}, false},
+      {"without definition", {0xE000, 9, 77, 8}, true},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.name);
+    std::vector<RawEntry> exif;
+    const std::uint32_t misfits[] = {0x829A, 0x829D, 0x9004, 0x9201, 0x9202,
+                                     0x9203, 0x9205, 0x9206, 0x920A, 0xA20E};
+    for (const std::uint32_t tag : misfits) exif.push_back({tag, 3, 1, 0});
+    exif.push_back(test.entry);
+    exif.push_back({0xE0FF, 2, 2, 0x41000000});
+    Bytes tiff = raw_tiff({{0x8769, 4, 1, 100}});
+    tiff.resize(100);
+    const Reading reading = read_image(joined({tiff, raw_ifd(exif), Bytes(200)}));
+    EXPECT_EQ(reading.result, ErrorCode::ok);
+    EXPECT_EQ(reading.image->field_count, test.fits ? 12U : 11U);
+    EXPECT_EQ(reading.image->incomplete, !test.fits);
+    EXPECT_EQ(reading.errors,
+              test.fits ? ""
+                        : "Error: (FILE) Too many format errors detected, EXIF data may be "
+                          "incomplete\n");
+  }
+}
+
+TEST(IfdParser, LimitsAndDamage) {
+  const auto fields_and = [](std::vector<RawEntry> entries, const RawEntry& last) {
+    entries.push_back(last);
+    return entries;
+  };
+  Bytes second_ifd = raw_tiff(undefined_fields(199), 3000);
+  second_ifd.resize(3000);
+  const struct {
+    const char* name;
+    Bytes bytes;
+    ErrorCode result;
+    std::uint32_t fields;
+    bool incomplete;
+  } cases[] = {
+      {"no entries", raw_tiff({}), ErrorCode::ok, 0, false},
+      {"200 entries", raw_tiff(undefined_fields(200)), ErrorCode::ok, 200, false},
+      {"201 entries", raw_tiff(undefined_fields(201)), ErrorCode::ok, 0, true},
+      {"200 fields in two IFDs", joined({second_ifd, raw_ifd(undefined_fields(1))}), ErrorCode::ok,
+       200, false},
+      {"201 fields in two IFDs", joined({second_ifd, raw_ifd(undefined_fields(2))}),
+       ErrorCode::too_many_fields, 200, true},
+      {"type 0", raw_tiff({{0xE000, 0, 1, 0}, {0xE001, 3, 1, 0}}), ErrorCode::ok, 1, true},
+      {"type 16", raw_tiff({{0xE000, 16, 1, 0}, {0xE001, 3, 1, 0}}), ErrorCode::ok, 1, true},
+      {"types 13 and 15", raw_tiff({{0xE000, 13, 1, 0}, {0xE001, 15, 1, 0}}), ErrorCode::ok, 2,
+       false},
+      {"eleven bad types",
+       raw_tiff({{1, 0, 0, 0},
+                 {2, 0, 0, 0},
+                 {3, 0, 0, 0},
+                 {4, 0, 0, 0},
+                 {5, 0, 0, 0},
+                 {6, 0, 0, 0},
+                 {7, 0, 0, 0},
+                 {8, 0, 0, 0},
+                 {9, 0, 0, 0},
+                 {10, 0, 0, 0},
+                 {11, 0, 0, 0},
+                 {0xE000, 3, 1, 0}}),
+       ErrorCode::ok, 0, true},
+      {"first IFD out of reach", joined({bytes_of("MM"), {0, 42, 0, 1, 0, 0}, Bytes(50)}),
+       ErrorCode::ok, 0, true},
+      {"next IFD out of reach", raw_tiff({{0xE000, 3, 1, 0}}, 0x7FFFFFFF), ErrorCode::ok, 1, true},
+      {"next IFD is this IFD", raw_tiff({{0xE000, 3, 1, 0}}, 8), ErrorCode::too_many_fields, 200,
+       true},
+      {"empty IFD after itself", raw_tiff({}, 8), ErrorCode::ok, 0, true},
+      {"pointer to its own IFD", raw_tiff({{0xE000, 3, 1, 0}, {0x8769, 4, 1, 8}}), ErrorCode::ok,
+       max_ifd_level + 1, true},
+      {"value out of reach", raw_tiff({{0xE000, 3, 1, 0}, {0xE001, 2, 5, 0x7FFFFFFF}}),
+       ErrorCode::read_failed, 1, true},
+      {"value longer than the file", raw_tiff({{0xE000, 7, 0xFFFFFFFF, 8}}), ErrorCode::ok, 1,
+       true},
+      {"size past 32 bits", raw_tiff({{0xE000, 12, 0x20000000, 8}}), ErrorCode::ok, 1, false},
+      {"array without offsets", raw_tiff({{0x014A, 4, 0, 8}}), ErrorCode::ok, 0, true},
+      {"array of 4 billion", raw_tiff({{0x014A, 4, 0xFFFFFFFF, 8}}), ErrorCode::ok, 0, true},
+      {"array out of reach", raw_tiff({{0x014A, 4, 2, 0x7FFFFFFF}}), ErrorCode::read_failed, 0,
+       true},
+      {"arrays of their own IFD",
+       raw_tiff(
+           fields_and(std::vector<RawEntry>(150, {0x014A, 4, 0x10000000, 8}), {0xE000, 3, 1, 0})),
+       ErrorCode::ok, 1, true},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.name);
+    const Reading reading = read_image(test.bytes);
+    EXPECT_EQ(reading.result, test.result);
+    EXPECT_EQ(reading.image->field_count, test.fields);
+    EXPECT_EQ(reading.image->incomplete, test.incomplete);
+    EXPECT_LE(reading.image->ifd_count, max_ifds);
+  }
+}
+
+TEST(IfdParser, OffsetsInAnExifSegmentEndAtItsLongestLength) {
+  // The field lies behind the segment; only where Exif comes first its offset is out of bounds.
+  const Bytes tiff = raw_tiff({{0xE000, 2, 5, 65535}});
+  const Bytes rest = Bytes(70'000, 'x');
+  EXPECT_EQ(read_image(joined({jpeg({app1_exif(tiff), picture()}), rest})).result,
+            ErrorCode::invalid_offset);
+  const Reading second = read_image(joined({jpeg({app0_jfif(), app1_exif(tiff)}), rest}));
+  EXPECT_EQ(fields_of(second), Lines{"0/0/0 e000 xxxxx"});
+  const Reading below =
+      read_image(joined({jpeg({app1_exif(raw_tiff({{0xE000, 2, 5, 65534}}))}), rest}));
+  EXPECT_EQ(fields_of(below), Lines{"0/0/0 e000 xxxxx"});
+}
+
+TEST(IfdParser, ThumbnailIsFoundFromTheTiffHeader) {
+  Ifd thumbnail = ifd_of({longs(0x0201, {0}), longs(0x0202, {0})});
+  thumbnail.thumbnail = noise(99, 8);
+  const Bytes file =
+      jpeg({app0_jfif(), source_exif(true, {ifd_of({shorts(0x0112, {1})}), thumbnail})});
+  const Reading reading = read_image(file);
+  const auto at =
+      std::search(file.begin(), file.end(), thumbnail.thumbnail.begin(), thumbnail.thumbnail.end());
+  EXPECT_EQ(reading.image->thumbnail_offset, static_cast<std::uint32_t>(at - file.begin()));
+  EXPECT_EQ(reading.image->thumbnail_length, 99U);
+}
+
+TEST(IfdParser, WhatStraddlesTheBufferIsReadWhole) {
+  // An IFD that begins a few bytes before the end of the first 256 KiB, and so does its value.
+  for (const std::uint32_t before : {1U, 2U, 3U, 20U}) {
+    Bytes file = layout::tiff_header(true);
+    const std::uint32_t ifd_pos = work_buffer_size - before;
+    const std::uint32_t value_pos = 2 * work_buffer_size - before;
+    put(file, 4, ifd_pos, 4, true);
+    put(file, ifd_pos, raw_ifd({{0x010E, 2, 40, value_pos}, {0x0112, 3, 1, 0x00010000}}));
+    put(file, value_pos, Bytes(39, 'v'));
+    file.resize(file.size() + 9);
+    const Reading reading = read_image(file);
+    EXPECT_EQ(fields_of(reading),
+              (Lines{"0/0/0 010e " + std::string(39, 'v'), "0/0/0 0112 Upper Left"}));
+    EXPECT_EQ(reading.errors, "");
+  }
+}
+
+TEST(IfdParser, FilesCutAtAnyLengthGiveTheirFirstFields) {
+  const Ifd main =
+      ifd_of({text(0x010E, "description"), text(0x010F, "Canon"), text(0x0110, "X"),
+              pointer(0x014A, std::vector<Ifd>{ifd_of({shorts(0x0100, {1})}),
+                                               ifd_of({shorts(0x0100, {2})})}),
+              pointer(0x8769, {rationals(0x829A, {1, 125}), text(0xA004, "long.wav")})});
+  for (const Bytes& whole :
+       {written_tiff(true, {main, main}), jpeg({app0_jfif(), written_exif(false, {main, main})})}) {
+    const Reading all = read_image(whole);
+    ASSERT_EQ(all.image->field_count, 14U);
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+      const Reading cut = read_image(Bytes(whole.begin(), whole.begin() + size));
+      ASSERT_LE(cut.image->field_count, 14U);
+      for (std::size_t i = 0; i < cut.image->field_count; ++i) {
+        EXPECT_EQ(cut.image->fields[i].tag, all.image->fields[i].tag);
+      }
+      EXPECT_TRUE(cut.image->incomplete || cut.result != ErrorCode::ok ||
+                  cut.image->field_count == 14U);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tagmend::test

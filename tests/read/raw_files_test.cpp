@@ -1,0 +1,239 @@
+#include "read/raw_files.h"
+
+#include <array>
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "common/context_fixture.h"
+#include "read/reading.h"
+
+namespace tagmend::test {
+namespace {
+
+// ---- MRW ----
+
+Bytes mrw_block(std::string_view name, std::uint32_t length, const Bytes& data) {
+  return joined({{0}, bytes_of(name), big32(length), data});
+}
+
+Bytes mrw_file(std::uint32_t area_length, std::initializer_list<Bytes> blocks) {
+  return joined({{0}, bytes_of("MRM"), big32(area_length), joined(blocks)});
+}
+
+ErrorCode find_ttw(Bytes& file, std::uint32_t& pos, std::uint32_t& length,
+                   std::uint32_t& cursor_pos) {
+  ByteCursor cursor;
+  cursor_init(cursor, nullptr, file, 0);
+  cursor.big_endian = true;
+  cursor.pos = 4;  // behind the signature
+  const ErrorCode code = find_mrw_tiff(cursor, pos, length);
+  cursor_pos = cursor.pos;
+  return code;
+}
+
+TEST(RawFilesTest, MrwBlockWalk) {
+  const Bytes prd = mrw_block("PRD", 8, Bytes(8, 1));
+  const Bytes ttw = mrw_block("TTW", 10, Bytes(10, 2));
+  const std::string unreadable = "Error: Attempt to read past end of buffer(449).\n";
+  const struct {
+    const char* what;
+    Bytes file;
+    std::uint32_t pos;  ///< 0 when there is none
+    std::uint32_t length;
+    std::string errors;
+  } cases[] = {
+      {"first", mrw_file(18, {ttw}), 16, 10, ""},
+      {"second", mrw_file(34, {prd, ttw}), 32, 10, ""},
+      {"none", mrw_file(16, {prd}), 0, 0, ""},
+      {"behind the end of the area", mrw_file(16, {prd, ttw}), 0, 0, ""},
+      {"at the end of the area", mrw_file(20, {prd, mrw_block("TTW", 90, {})}), 0, 0, ""},
+      {"reaches over the end", mrw_file(21, {prd, mrw_block("TTW", 90, {})}), 32, 90, ""},
+      {"empty blocks", mrw_file(99, {mrw_block("PRD", 0, {}), mrw_block("WBG", 0, {}), ttw}), 32,
+       10, ""},
+      {"longer than the buffer", mrw_file(0xFFFFFFFF, {mrw_block("PRD", 0x10000, Bytes(8))}), 0, 0,
+       "Error: Attempt to skip past end of buffer(65536,435), exiting\n"},
+      {"longest lengths", mrw_file(0xFFFFFFFF, {mrw_block("PRD", 0xFFFFFFFF, Bytes(8))}), 0, 0, ""},
+      {"no name", mrw_file(99, {prd, {0, 'T'}}), 0, 0, unreadable},
+      {"no length", mrw_file(99, {prd, {0, 'R', 'I', 'F', 0}}), 0, 0, unreadable},
+  };
+  for (const auto& row : cases) {
+    Bytes file = row.file;
+    std::uint32_t pos = 0;
+    std::uint32_t length = 0;
+    std::uint32_t cursor_pos = 0;
+    ErrorCode code = ErrorCode::ok;
+    EXPECT_EQ(errors_of([&] { code = find_ttw(file, pos, length, cursor_pos); }), row.errors)
+        << row.what;
+    EXPECT_EQ(code, row.pos != 0 ? ErrorCode::ok : ErrorCode::no_exif_data) << row.what;
+    EXPECT_EQ(pos, row.pos) << row.what;
+    EXPECT_EQ(length, row.length) << row.what;
+    EXPECT_TRUE(row.pos == 0 || cursor_pos == row.pos) << row.what;
+  }
+}
+
+// ---- CRW ----
+
+constexpr std::uint32_t header_size = 26;
+constexpr std::uint32_t block_at = 10;  ///< of the meta data block in the heap
+
+/// A header, a heap of ten bytes and the block, and the trailing records with their four numbers.
+Bytes crw_file(const Bytes& block, bool big_endian) {
+  Bytes file = bytes_of(big_endian ? "MM" : "II");
+  put(file, 2, header_size, 4, big_endian);
+  put(file, 6, bytes_of("HEAPCCDR"));
+  put(file, header_size + block_at, block);
+  const std::size_t end = header_size + block_at + block.size() + 22;
+  put(file, end - 22, 4321, 4, big_endian);
+  put(file, end - 18, 100, 4, big_endian);
+  put(file, end - 8, block_at, 4, big_endian);
+  put(file, end - 4, block_at + static_cast<std::uint32_t>(block.size()), 4, big_endian);
+  return file;
+}
+
+class CrwTest : public ContextTest {
+ protected:
+  CrwTest() {
+    setenv("TZ", "UTC", 1);
+    tzset();
+  }
+
+  ErrorCode read(const Bytes& bytes, bool big_endian) {
+    const TempFile temp(bytes);
+    const MFileHandle file(mfopen(temp.name.c_str(), "rb"));
+    return read_crw(context_, *file, big_endian);
+  }
+};
+
+TEST_F(CrwTest, FieldsStandAtTheirPositions) {
+  for (const bool big_endian : {false, true}) {
+    Bytes block(0x1600);
+    put(block, 0x0000, 0x4093E980, 4, big_endian);
+    put(block, 0x000C, 90, 2, big_endian);
+    put(block, 0x01D2, bytes_of("Ann"));
+    put(block, 0x0288, 224, 2, big_endian);
+    put(block, 0x02AA, 150, 2, big_endian);
+    put(block, 0x02B0, 160, 2, big_endian);
+    put(block, 0x0F1C, 0x0103, 2, big_endian);
+    put(block, 0x152E, 50, 2, big_endian);
+    image_->field_count = 0;
+    EXPECT_EQ(read(crw_file(block, big_endian), big_endian), ErrorCode::ok);
+    EXPECT_EQ(image_->field_count, 48U);
+    const std::string all = listed();
+    for (const char* line : {"crw-date 9 [2004:05:01 18:16:32] 0\n", "crw-rotation 8 [90] 12\n",
+                             "crw-owner 2 [Ann] 466\n", "crw-iso 8 [400] 648\n",
+                             "crw-focus-lower 8 [1.500] 682\n", "crw-shutter 8 [1/32] 688\n",
+                             "crw-custom-2 8 [3] 3868\n", "crw-focal-len-used 8 [50] 5422\n"}) {
+      EXPECT_NE(all.find(line), std::string::npos) << line << all;
+    }
+    EXPECT_EQ(image_->thumbnail_offset, header_size + 100);
+    EXPECT_EQ(image_->thumbnail_length, 4321U);
+  }
+  const FieldEntry& entry = image_->fields[1];
+  EXPECT_EQ(entry.kind, IfdKind::canon_raw);
+  EXPECT_EQ(entry.level, 1);
+  EXPECT_EQ(entry.seq, 0U);
+  EXPECT_EQ(entry.index, 1);
+  EXPECT_EQ(entry.tag, 0xF0178U);
+  EXPECT_EQ(entry.count, 32U);
+  EXPECT_STREQ(entry.name.data(), "File Format");
+}
+
+TEST_F(CrwTest, ShortBlocksHaveFewerFields) {
+  EXPECT_EQ(read(crw_file(Bytes(0x0178), true), true), ErrorCode::ok);
+  EXPECT_EQ(listed(), "crw-date 9 [1970:01:01 00:00:00] 0\ncrw-rotation 8 [0] 12\n");
+  // A text needs its first byte only; the rest of it is missed.
+  image_->field_count = 0;
+  EXPECT_EQ(errors_of([&] { EXPECT_EQ(read(crw_file(Bytes(0x0179), true), true), ErrorCode::ok); }),
+            "Error: Attempt to read past end of buffer(3047)\n");
+  EXPECT_EQ(image_->field_count, 3U);
+  image_->field_count = 0;
+  EXPECT_EQ(read(crw_file(Bytes(3), true), true), ErrorCode::ok);
+  EXPECT_EQ(image_->field_count, 0U);
+}
+
+TEST_F(CrwTest, AFullTableIsNoError) {
+  for (const std::uint32_t count : {199U, 200U}) {
+    image_->field_count = count;
+    EXPECT_EQ(read(crw_file(Bytes(0x0178), false), false), ErrorCode::ok);
+    EXPECT_EQ(image_->field_count, 200U);
+  }
+  EXPECT_EQ(image_->thumbnail_length, 4321U);
+}
+
+TEST_F(CrwTest, NumbersOutsideTheFileAreRefused) {
+  const std::string no_start =
+      "Error: Can't seek to Canon Raw Meta data start offset: Invalid argument\n";
+  const std::string no_memory =
+      "Attempt to allocate zero bytes: Type=CR, Line=%, Size=0\n"
+      "Error: Can't allocate memory for Canon Raw info block\n";
+  const Bytes whole = crw_file(Bytes(50), false);
+  const auto with = [&](std::size_t at, std::uint32_t number) {
+    Bytes file = whole;
+    put(file, at, number, 4, false);
+    return file;
+  };
+  const std::size_t start = whole.size() - 8;
+  const std::size_t end = whole.size() - 4;
+  const struct {
+    Bytes file;
+    ErrorCode code;
+    std::string errors;
+  } cases[] = {
+      {{'I'}, ErrorCode::end_of_buffer, ""},
+      {{'I', 'I', 0, 0, 0}, ErrorCode::end_of_buffer, ""},
+      {Bytes(whole.begin(), whole.begin() + 7), ErrorCode::seek_failed, no_start},
+      {with(2, 0xFFFFFFFF), ErrorCode::read_failed, ""},
+      {with(2, 500), ErrorCode::read_failed, ""},
+      {with(start, 61), ErrorCode::read_failed, ""},
+      {with(start, 60), ErrorCode::no_memory, no_memory},
+      {with(start, 0xFFFFFFFF), ErrorCode::read_failed, ""},
+      {with(end, 0xFFFFFFFF), ErrorCode::read_failed, ""},
+      {with(end, 0x7FFFFFFF), ErrorCode::read_failed, ""},
+      {with(end, 83), ErrorCode::read_failed, ""},  // one byte behind the end
+      {with(end, 82), ErrorCode::ok, ""},
+  };
+  for (const auto& row : cases) {
+    std::string errors = errors_of([&] { EXPECT_EQ(read(row.file, false), row.code); });
+    if (const std::size_t line = errors.find("Line="); line != errors.npos) {
+      errors.replace(line + 5, errors.find(',', line) - line - 5, "%");
+    }
+    EXPECT_EQ(errors, row.errors);
+  }
+}
+
+TEST_F(CrwTest, AThumbnailThatCannotBeReachedIsLeftOut) {
+  // The file ends 20 bytes behind its start: the numbers at 18 and 22 bytes before the end overlap
+  // the header or lie outside.
+  Bytes file = crw_file({}, false);
+  put(file, 2, 0, 4, false);
+  file.resize(20);
+  put(file, 12, 0, 4, false);
+  put(file, 16, 4, 4, false);
+  EXPECT_EQ(errors_of([&] { EXPECT_EQ(read(file, false), ErrorCode::ok); }),
+            "Error: Can't seek to Canon Raw Meta thumb size offset: Invalid argument\n");
+  EXPECT_EQ(image_->thumbnail_offset, 0U);
+
+  Bytes whole = crw_file(Bytes(50), false);
+  put(whole, whole.size() - 18, 0xFFFFFFF0, 4, false);
+  EXPECT_EQ(read(whole, false), ErrorCode::ok);
+  EXPECT_EQ(image_->thumbnail_length, 0U);
+}
+
+TEST_F(CrwTest, CutAnywhere) {
+  const Bytes whole = crw_file(noise(0x0320, 5), true);
+  testing::internal::CaptureStderr();
+  for (std::size_t length = 1; length < whole.size(); ++length) {
+    image_->field_count = 0;
+    Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+    const MFileHandle file = memory_file(cut);
+    if (read_crw(context_, *file, true) != ErrorCode::ok) {
+      EXPECT_EQ(image_->field_count, 0U);
+    }
+  }
+  testing::internal::GetCapturedStderr();
+}
+
+}  // namespace
+}  // namespace tagmend::test
