@@ -8,7 +8,7 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
 all: build-tools
 	cmake --preset release
-	cmake --build --preset release --parallel $(JOBS)
+	cmake --build --preset release --parallel $(JOBS) --target tagmend tagdump
 
 try: all
 	tools/try.sh build

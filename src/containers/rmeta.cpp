@@ -34,6 +34,7 @@ enum RecordType : std::uint16_t { record_charset = 0, record_names = 1, record_v
 
 /// Names or values: the tag before the first, and how many have become fields.
 struct TextFields {
+  std::uint16_t ifd_id;  ///< the block's own, so that no IFD of the EXIF data claims its fields
   std::uint32_t base_tag;
   const char* trace_format;
   std::uint32_t taken = 0;
@@ -43,10 +44,13 @@ std::string_view text_of(Bytes bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-ErrorCode append_custom_field(std::uint32_t tag, std::uint32_t value_pos, std::string_view value,
-                              ImageFile& image) {
+/// The next name or value.
+ErrorCode append_custom_field(const TextFields& fields, std::uint32_t value_pos,
+                              std::string_view value, ImageFile& image) {
+  const std::uint32_t tag = fields.base_tag + fields.taken;
   FieldEntry entry;
   entry.kind = IfdKind::ricoh_custom;
+  entry.ifd.id = fields.ifd_id;
   entry.index = static_cast<std::uint16_t>(image.field_count);
   entry.tag = tag;
   entry.def = find_field_by_tag(IfdKind::ricoh_custom, tag, true);
@@ -67,8 +71,7 @@ ErrorCode take_texts(Bytes data, std::uint32_t data_pos, TextFields& fields, Ima
     ++fields.taken;
     trace(0, fields.trace_format, fields.taken, static_cast<int>(value.size()), value.data());
     const auto distance = static_cast<std::uint32_t>(data.size() - left.size());
-    const ErrorCode code =
-        append_custom_field(fields.base_tag + fields.taken, data_pos + distance, value, image);
+    const ErrorCode code = append_custom_field(fields, data_pos + distance, value, image);
     if (code != ErrorCode::ok) {
       return code;
     }
@@ -96,8 +99,9 @@ void trace_character_set(ByteCursor& cursor) {
 }
 
 void parse_records(ByteCursor cursor, ImageFile& image) {
-  TextFields names = {0xF5010000, "Field Name  %u = '%.*s'\n"};
-  TextFields values = {0xF5020000, "Field Value %u = '%.*s'\n"};
+  const std::uint16_t ifd_id = image.ifd_count++;
+  TextFields names = {ifd_id, 0xF5010000, "Field Name  %u = '%.*s'\n"};
+  TextFields values = {ifd_id, 0xF5020000, "Field Value %u = '%.*s'\n"};
   ErrorCode code = ErrorCode::ok;
   std::int64_t left = static_cast<std::int64_t>(cursor.rest().size());
   while (left > record_header_size && code == ErrorCode::ok) {

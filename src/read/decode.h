@@ -12,9 +12,9 @@ namespace tagmend {
 /// A value to be shown.
 struct StoredValue {
   ByteCursor& cursor;
-  std::uint32_t tag;     ///< of the field
-  std::uint16_t type;    ///< data type code as stored
-  std::uint32_t count;   ///< as stored
+  std::uint32_t tag;    ///< of the field
+  std::uint16_t type;   ///< data type code as stored
+  std::uint32_t count;  ///< as stored
 };
 
 /// By stored type alone.
@@ -33,8 +33,8 @@ void decode_standard(const StoredValue& value, TextBuffer& text, ReadContext& co
 /// GPS fields (Exif 2.2, section 4.6.6).
 void decode_gps(const StoredValue& value, TextBuffer& text);
 
-/// By the decoder that belongs to the IFD kind of `entry`. Array fields (Canon 1, 4 and 15, Minolta 1
-/// and 3) append an entry for each known element to the table, with the place of `entry`.
+/// By the decoder that belongs to the IFD kind of `entry`. Array fields (Canon 1, 4 and 15, Minolta
+/// 1 and 3) append an entry for each known element to the table, with the place of `entry`.
 void decode_by_kind(const StoredValue& value, const FieldEntry& entry, TextBuffer& text,
                     ReadContext& context);
 

@@ -46,12 +46,10 @@ std::uint32_t enter_chain(IfdChain& chain, std::uint32_t offset, ImageFile& imag
 }
 
 // Stands the cursor on the first entry of the IFD and gives the number of entries; none when the
-// IFD is out of reach or cannot be one.
+// IFD is out of reach or cannot be one. Vain attempts count as IFDs, which bounds their number.
 std::optional<std::uint16_t> begin_ifd(IfdChain& chain, std::uint32_t offset, ImageFile& image) {
   ByteCursor& cursor = chain.cursor;
-  if (chain.level > max_ifd_level || image.ifd_count >= max_ifds ||
-      place_cursor(cursor, offset, count_length, chain.ifd_buffer) != ErrorCode::ok) {
-    trace(chain.level, "Pointer to next IFD (%d) out of bounds. IFD ignored.\n", offset);
+  if (image.ifd_count >= max_ifds) {
     return std::nullopt;
   }
   chain.kind = resolve_ifd_kind(chain.parent, chain.seq & 0xFFFF, image.maker_note_kind);
@@ -59,6 +57,10 @@ std::optional<std::uint16_t> begin_ifd(IfdChain& chain, std::uint32_t offset, Im
                  .parent = chain.parent,
                  .source_base = cursor_base_pos(cursor),
                  .big_endian = cursor.big_endian};
+  if (place_cursor(cursor, offset, count_length, chain.ifd_buffer) != ErrorCode::ok) {
+    trace(chain.level, "Pointer to next IFD (%d) out of bounds. IFD ignored.\n", offset);
+    return std::nullopt;
+  }
   const std::uint16_t count = cursor_get_u16(cursor);
   trace(chain.level, "IFD contains %d entries, parent=%x, seq=0x%x\n", count, chain.parent,
         chain.seq);
@@ -110,6 +112,11 @@ bool is_ifd_array(const StoredEntry& entry) {
   return entry.count != 1 && entry.tag != tag_maker_note && entry.tag != tag_ricoh_info;
 }
 
+// Whether there is an IFD that may be read: a damaged file can point on and on.
+bool may_descend(const IfdChain& chain, const StoredEntry& entry, const ImageFile& image) {
+  return entry.count != 0 && chain.level < max_ifd_level && image.ifd_count < max_ifds;
+}
+
 // Reads all IFDs of an array of offsets, whatever each returns, up to the limit for one file.
 ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& context) {
   ImageFile& image = context.image;
@@ -121,12 +128,11 @@ ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& conte
   if (result != ErrorCode::ok) {
     return result;
   }
-  image.incomplete |= entry.count == 0 || entry.count > max_ifds;
   const auto nested_level = static_cast<std::uint16_t>(chain.level + 1);
-  for (std::uint32_t i = 0; i < count && image.ifd_count < max_ifds; ++i) {
+  std::uint32_t i = 0;
+  for (; i < count && image.ifd_count < max_ifds; ++i) {
     const std::uint32_t offset = cursor_get_u32(offsets);
     if (offsets.error_count != 0) {
-      image.incomplete = true;
       break;
     }
     trace(nested_level, "Entering IFD#%d in multi-IFD tag, offset %d\n", i, offset);
@@ -134,26 +140,79 @@ ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& conte
     result =
         parse_ifd(chain.cursor, offset, entry.tag, nested_level, i + (entry.count << 16), context);
   }
+  image.incomplete |= i < entry.count;
+  image.images_unread |= i < entry.count;
   return result;
 }
 
-// Reads the one IFD that the entry points at; nothing when a maker note turns out to be no IFD,
-// which leaves the entry an ordinary value.
-std::optional<ErrorCode> read_nested_ifd(IfdChain& chain, const StoredEntry& entry,
+// As parse_ifd, but gives nothing when not even the first IFD can be read.
+std::optional<ErrorCode> read_chain(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
+                                    std::uint16_t level, std::uint32_t seq, ReadContext& context);
+
+// Whether the file holds all bytes of the value at the offset, and the offset is allowed.
+bool is_whole(IfdChain& chain, const StoredEntry& entry, std::uint32_t offset) {
+  ByteCursor cursor = entry.value;
+  if (cursor.file == nullptr || mfseek(*cursor.file, 0, Whence::end) != 0) {
+    return false;
+  }
+  const std::int64_t end =
+      cursor_base_pos(cursor) + offset + static_cast<std::int64_t>(entry.size());
+  return end <= mftell(*cursor.file) &&
+         place_cursor(cursor, offset, entry.size(), chain.value_buffer) == ErrorCode::ok;
+}
+
+std::optional<ErrorCode> enter_nested(const IfdChain& chain, const StoredEntry& entry,
+                                      const ByteCursor& cursor, std::uint32_t offset,
+                                      ReadContext& context) {
+  trace_pointer(chain, entry, offset);
+  const auto nested_level = static_cast<std::uint16_t>(chain.level + 1);
+  trace(nested_level, "Entering nested IFD, offset=%d\n", offset);
+  return read_chain(cursor, offset, entry.tag, nested_level, 0, context);
+}
+
+// Whether a maker note can be copied as it is: its offsets count from a place inside of it.
+bool is_movable(const MakerDef& maker) {
+  return maker.structure == MakerStructure::own_base ||
+         maker.structure == MakerStructure::tiff_header;
+}
+
+// Reads a maker note as an IFD. Nothing when it is none, or when it could not be read whole and its
+// bytes survive an edit better than what was understood of them: it is then an ordinary value, and
+// the fields that were read are for display only.
+std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& entry,
                                          ReadContext& context) {
   ImageFile& image = context.image;
   ByteCursor cursor = entry.value;
   const std::uint32_t offset = cursor_get_u32(cursor);
-  if (entry.tag == tag_maker_note) {
-    recognise_maker_note(cursor, offset, chain.maker_note_buffer, image.maker_note_kind);
-    if (!maker_def(image.maker_note_kind).is_ifd) {
-      return std::nullopt;
-    }
+  const bool fits =
+      recognise_maker_note(cursor, offset, chain.maker_note_buffer, image.maker_note_kind);
+  const MakerDef& maker = maker_def(image.maker_note_kind);
+  if (!maker.is_ifd) {
+    return std::nullopt;
   }
-  trace_pointer(chain, entry, offset);
-  const auto nested_level = static_cast<std::uint16_t>(chain.level + 1);
-  trace(nested_level, "Entering nested IFD, offset=%d\n", offset);
-  return parse_ifd(cursor, offset, entry.tag, nested_level, 0, context);
+  const std::uint32_t first_field = image.field_count;
+  const bool was_incomplete = image.incomplete;
+  image.incomplete = false;
+  const auto result = enter_nested(chain, entry, cursor, offset, context);
+  const bool whole = result == ErrorCode::ok && !image.incomplete;
+  image.incomplete |= was_incomplete;
+  if (!whole && (!result || !fits || is_movable(maker)) && is_whole(chain, entry, offset)) {
+    for (FieldEntry& field : image.table().subspan(first_field)) {
+      field.ifd.display_only = true;
+    }
+    return std::nullopt;
+  }
+  image.incomplete |= !result;
+  return result.value_or(ErrorCode::ok);
+}
+
+// Reads the one IFD that the entry points at.
+ErrorCode read_nested_ifd(const IfdChain& chain, const StoredEntry& entry, ReadContext& context) {
+  ByteCursor cursor = entry.value;
+  const std::uint32_t offset = cursor_get_u32(cursor);
+  const auto result = enter_nested(chain, entry, cursor, offset, context);
+  context.image.incomplete |= !result;
+  return result.value_or(ErrorCode::ok);
 }
 
 ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
@@ -166,14 +225,21 @@ ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
     return ErrorCode::ok;
   }
   if (is_pointer(entry, context.image)) {
+    if (!may_descend(chain, entry, context.image)) {
+      context.image.incomplete = true;
+      context.image.images_unread |= entry.tag == tag_sub_ifd;
+      return ErrorCode::ok;
+    }
+    if (entry.tag == tag_maker_note) {
+      const auto result = read_maker_note(chain, entry, context);
+      return result ? *result : read_value(chain, entry, context);
+    }
     if (is_ifd_array(entry)) {
       const ErrorCode result = read_ifd_array(chain, entry, context);
       chain.cursor.error_count += entry.value.error_count;
       return result;
     }
-    if (const auto result = read_nested_ifd(chain, entry, context)) {
-      return *result;
-    }
+    return read_nested_ifd(chain, entry, context);
   }
   return read_value(chain, entry, context);
 }
@@ -194,29 +260,30 @@ std::uint32_t all_errors(const IfdChain& chain) {
   return chain.format_errors + chain.cursor.error_count;
 }
 
-ErrorCode read_chain(IfdChain& chain, std::uint32_t offset, ReadContext& context) {
-  ErrorCode result = ErrorCode::ok;
-  do {
+std::optional<ErrorCode> read_ifds(IfdChain& chain, std::uint32_t offset, ReadContext& context) {
+  for (bool first = true;; first = false) {
     const auto count = begin_ifd(chain, offset, context.image);
     if (!count) {
       ++chain.format_errors;
-      context.image.incomplete = true;
-      break;
+      // What stands behind the only IFD of a maker note need not be an offset.
+      context.image.incomplete |= !first && chain.parent != tag_maker_note;
+      return first ? std::nullopt : std::optional(ErrorCode::ok);
     }
-    result = read_entries(chain, *count, context);
+    const ErrorCode result = read_entries(chain, *count, context);
     if (result != ErrorCode::ok || all_errors(chain) > max_format_errors) {
-      break;
+      return result;
     }
     offset = cursor_get_u32(chain.cursor);
     ++chain.seq;
-  } while (offset != 0 && all_errors(chain) <= max_format_errors);
-  return result;
+    chain.ended = offset == 0;
+    if (chain.ended || all_errors(chain) > max_format_errors) {
+      return result;
+    }
+  }
 }
 
-}  // namespace
-
-ErrorCode parse_ifd(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
-                    std::uint16_t level, std::uint32_t seq, ReadContext& context) {
+std::optional<ErrorCode> read_chain(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
+                                    std::uint16_t level, std::uint32_t seq, ReadContext& context) {
   ImageFile& image = context.image;
   cursor.error_count = 0;
   IfdChain chain;
@@ -225,14 +292,26 @@ ErrorCode parse_ifd(ByteCursor cursor, std::uint32_t offset, std::uint32_t paren
   chain.level = level;
   chain.seq = seq;
   const std::uint32_t first = enter_chain(chain, offset, image);
-  const ErrorCode result = read_chain(chain, first, context);
+  const auto result = read_ifds(chain, first, context);
   if (all_errors(chain) > max_format_errors) {
     print_error("Error: (%s) Too many format errors detected, EXIF data may be incomplete\n",
                 image.file_name.data());
   }
-  image.incomplete |= result != ErrorCode::ok || chain.cursor.error_count != 0 ||
-                      all_errors(chain) > max_format_errors;
+  image.images_unread |= !chain.ended && (level == 0 || parent == tag_sub_ifd);
+  if (result) {
+    image.incomplete |= *result != ErrorCode::ok || chain.cursor.error_count != 0 ||
+                        all_errors(chain) > max_format_errors;
+  }
   return result;
+}
+
+}  // namespace
+
+ErrorCode parse_ifd(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
+                    std::uint16_t level, std::uint32_t seq, ReadContext& context) {
+  const auto result = read_chain(cursor, offset, parent, level, seq, context);
+  context.image.incomplete |= !result;
+  return result.value_or(ErrorCode::ok);
 }
 
 }  // namespace tagmend

@@ -46,8 +46,11 @@ bool type_fits(const FieldDef& def, std::uint16_t stored) {
   };
   static constexpr Accepted accepted[] = {{16, 3}, {16, 4}, {1, 2}, {2, 1},
                                           {8, 3},  {9, 4},  {10, 5}};
+  constexpr std::uint16_t byte = 1;
+  constexpr std::uint16_t undefined = 7;
   const auto defined = static_cast<std::uint16_t>(def.data_type);
-  return defined == stored || (def.tag == tag_iptc && stored == 1) ||
+  const bool is_block = def.tag == tag_iptc || def.tag == tag_photoshop;
+  return defined == stored || (is_block && (stored == byte || stored == undefined)) ||
          std::any_of(std::begin(accepted), std::end(accepted), [&](const Accepted& pair) {
            return pair.defined == defined && pair.stored == stored;
          });

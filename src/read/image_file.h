@@ -50,6 +50,7 @@ struct IfdPlace {
   std::uint32_t parent = 0;         ///< tag of the pointer that led to it, or a root code
   std::int64_t source_base = 0;     ///< file offset in the source from which its offsets count
   bool big_endian = false;          ///< byte order of the IFD and of its values in the source
+  bool display_only = false;        ///< shown but not written: another entry holds its bytes
 };
 
 /// One field of the file.
@@ -126,6 +127,7 @@ struct ImageFile {
   std::uint16_t ifd_count = 0;         ///< IFDs read so far; gives IfdPlace::id
   std::int64_t tiff_header_pos = 0;    ///< file offset of the TIFF header
   bool incomplete = false;             ///< metadata was met that could not be read whole
+  bool images_unread = false;          ///< IFDs of images (pages, sub-images) were not reached
   FileIdentity identity;               ///< of the file as it was read
   std::array<FieldEntry, field_table_capacity> fields;
 

@@ -93,13 +93,13 @@ void record_rmeta(ReadContext& context, MFILE& file, const JpegSegment& segment)
   }
 }
 
-// The reader of the segment decides whether it is one that starts the IPTC store afresh.
+// The reader of the segment decides whether it is one that starts the IPTC store afresh, and notes
+// in the store what it could not read.
 void record_app13(ReadContext& context, MFILE& file, const JpegSegment& segment) {
   JpegSegments& found = context.image.segments;
   record_first(segment, found.app13_pos, found.app13_len);
-  if (context.hooks.read_app13 &&
-      context.hooks.read_app13(context, file, segment.payload_length()) != ErrorCode::ok) {
-    context.image.incomplete = true;
+  if (context.hooks.read_app13) {
+    static_cast<void>(context.hooks.read_app13(context, file, segment.payload_length()));
   }
 }
 
@@ -164,7 +164,7 @@ bool next_segment(SegmentWalk& walk) {
 void scan_jpeg_markers(ReadContext& context, MFILE& file) {
   trace(0, "\n\nAPP Marks...\n");
   context.image.segments = {};
-  SegmentWalk walk{.file = file, .segment = {}};
+  SegmentWalk walk{.file = file};
   for (bool more = first_segment(walk); more; more = next_segment(walk)) {
     trace(0, "APP mark=%x, len=%d\n", walk.segment.marker, walk.segment.length);
     record_segment(context, file, walk.segment);
@@ -214,7 +214,7 @@ bool has_wave_audio(MFILE& file, std::uint32_t offset, std::uint32_t length) {
 }
 
 void read_frame_size(MFILE& file, std::uint32_t& width, std::uint32_t& height) {
-  SegmentWalk walk{.file = file, .segment = {}};
+  SegmentWalk walk{.file = file};
   for (bool more = first_segment(walk); more; more = next_segment(walk)) {
     if (is_frame_header(walk.segment.marker)) {
       read_frame_header(file, width, height);

@@ -44,7 +44,7 @@ struct JpegSegment {
 /// end of the file and where a damaged file has no end of segments.
 struct SegmentWalk {
   MFILE& file;
-  JpegSegment segment;
+  JpegSegment segment{};
   std::uint32_t steps = 0;  ///< segments passed
 };
 bool first_segment(SegmentWalk& walk);

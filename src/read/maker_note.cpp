@@ -107,7 +107,7 @@ std::uint32_t find_maker(std::optional<std::string_view> make, std::string_view 
   return maker_generic;
 }
 
-void recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& alternate,
+bool recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& alternate,
                           std::uint32_t& kind) {
   if (cursor_seek_offset(cursor, offset, &alternate) != ErrorCode::ok) {
     cursor.pos = static_cast<std::uint32_t>(cursor.buffer.size());
@@ -123,7 +123,9 @@ void recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& a
     recognise_nikon(cursor, kind);
   } else if (def.header_length != 0 && !has_prefix(cursor, def)) {
     report_wrong_prefix(cursor, def);
+    return false;
   }
+  return true;
 }
 
 std::uint32_t enter_maker_note(ByteCursor& cursor, std::uint32_t offset, ImageFile& image) {

@@ -45,9 +45,10 @@ const MakerDef& maker_def(std::uint32_t kind);
 /// Maker-note kind for a make (absent when the file has none) and a model: 0 when no row matches.
 std::uint32_t find_maker(std::optional<std::string_view> make, std::string_view model);
 
-/// Checks the first bytes of the maker note at `offset` against the layout and moves the choice where
-/// they belong to another. The cursor is a copy of the entry's.
-void recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& alternate,
+/// Checks the first bytes of the maker note at `offset` against the layout and moves the choice
+/// where they belong to another. False when they fit none and the choice stays. The cursor is a
+/// copy of the entry's.
+bool recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& alternate,
                           std::uint32_t& kind);
 
 /// Sets the cursor's base and byte order for the maker note at `offset` and returns the offset of its

@@ -83,7 +83,7 @@ ErrorCode enter_app1(ByteCursor& cursor, const SegmentWalk& walk) {
 
 // The first APP1 segment that begins with the Exif mark; others (XMP) are passed over.
 ErrorCode locate_in_jpeg(ByteCursor& cursor, ImageFile& image, std::uint32_t& first_ifd) {
-  SegmentWalk walk{.file = *cursor.file, .segment = {}};
+  SegmentWalk walk{.file = *cursor.file};
   for (bool more = first_segment(walk); more; more = next_segment(walk)) {
     std::array<std::uint8_t, exif_mark.size()> mark{};
     if (walk.segment.marker != marker_app1 ||

@@ -10,6 +10,9 @@
 
 namespace tagmend {
 
+/// The longest text of a field.
+inline constexpr std::uint64_t max_value_text = 1999;
+
 /// After more failed reads than these the rest of a value is given up.
 inline constexpr std::uint32_t max_read_errors = 10;
 
@@ -65,8 +68,5 @@ void measure_text(TextBuffer& text);
 
 /// Turns the blanks among the characters from `first` up to `last` (excluded) into zeros.
 void blanks_to_zeros(TextBuffer& text, std::size_t first, std::size_t last);
-
-/// The longest text of a field.
-inline constexpr std::uint64_t max_value_text = 1999;
 
 }  // namespace tagmend

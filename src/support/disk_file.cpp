@@ -22,13 +22,15 @@ bool shared_window_taken = false;
 struct OpenMode {
   std::string_view name;
   int flags;
+  mode_t permissions;  ///< of a file that is created, before the umask
 };
 
+// A new file that replaces another is nobody else's business until it has that one's permissions.
 constexpr OpenMode open_modes[] = {
-    {"rb", O_RDONLY},
-    {"r", O_RDONLY},
-    {"wb+", O_RDWR | O_CREAT | O_TRUNC},
-    {"wbx+", O_RDWR | O_CREAT | O_EXCL},
+    {"rb", O_RDONLY, 0},
+    {"r", O_RDONLY, 0},
+    {"wb+", O_RDWR | O_CREAT | O_TRUNC, 0666},
+    {"wbx+", O_RDWR | O_CREAT | O_EXCL, 0600},
 };
 
 /// Reads until `enough` bytes have arrived; more are taken when one call brings them.
@@ -62,6 +64,7 @@ std::size_t transfer_out(DiskFile& file, std::span<const std::uint8_t> source,
         pwrite(file.descriptor, rest.data(), rest.size(), offset + static_cast<std::int64_t>(done));
     if (put > 0) {
       done += static_cast<std::size_t>(put);
+      file.stored_end = std::max(file.stored_end, offset + static_cast<std::int64_t>(done));
     } else if (put == 0 || errno != EINTR) {
       // No file system takes nothing without a reason: it must not become an endless loop.
       file.error = put == 0 ? EIO : errno;
@@ -109,7 +112,22 @@ std::size_t read_from_window(const DiskFile& file, std::span<std::uint8_t> desti
   return count;
 }
 
-/// Puts the bytes into the write window; false when they do not fit or would leave a gap.
+/// Fills the window with zeros from its end up to `position`, as a file does where nothing was written;
+/// false when stored bytes may lie there, or when there is no room.
+bool fill_gap(const DiskFile& file, WriteWindow& window, std::int64_t position) {
+  const std::int64_t end = window.start + static_cast<std::int64_t>(window.length);
+  const auto room = static_cast<std::int64_t>(window.bytes.size() - window.length);
+  if (position < end || end < file.stored_end || position - end > room) {
+    return false;
+  }
+  const auto gap = static_cast<std::size_t>(position - end);
+  std::fill_n(window.bytes.begin() + static_cast<std::ptrdiff_t>(window.length), gap,
+              std::uint8_t{0});
+  window.length += gap;
+  return true;
+}
+
+/// Puts the bytes into the write window; false when they do not fit.
 bool write_to_window(DiskFile& file, std::span<const std::uint8_t> source) {
   WriteWindow* const unsaved = file.unsaved;
   if (unsaved == nullptr) {
@@ -119,8 +137,10 @@ bool write_to_window(DiskFile& file, std::span<const std::uint8_t> source) {
     unsaved->start = file.position;
   }
   std::size_t place = 0;
-  if (!find_in_window(unsaved->start, unsaved->length, file.position, place) ||
-      source.size() > unsaved->bytes.size() - place) {
+  const bool inside = find_in_window(unsaved->start, unsaved->length, file.position, place) ||
+                      (fill_gap(file, *unsaved, file.position) &&
+                       find_in_window(unsaved->start, unsaved->length, file.position, place));
+  if (!inside || source.size() > unsaved->bytes.size() - place) {
     return false;
   }
   std::ranges::copy(source, unsaved->bytes.begin() + static_cast<std::ptrdiff_t>(place));
@@ -136,9 +156,8 @@ bool disk_open(DiskFile& file, const char* path, const char* mode) {
     errno = EINVAL;
     return false;
   }
-  constexpr mode_t everybody = 0666;
   do {
-    file.descriptor = open(path, row->flags | O_CLOEXEC, everybody);
+    file.descriptor = open(path, row->flags | O_CLOEXEC, row->permissions);
   } while (file.descriptor < 0 && errno == EINTR);
   if (file.descriptor < 0) {
     return false;
@@ -277,6 +296,7 @@ std::uint64_t disk_copy(DiskFile& source, DiskFile& destination, std::uint64_t c
     if (copied > 0) {
       source.position += copied;
       destination.position += copied;
+      destination.stored_end = std::max(destination.stored_end, destination.position);
       done += static_cast<std::uint64_t>(copied);
     } else if (copied == 0 || errno != EINTR) {
       break;

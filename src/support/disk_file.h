@@ -33,6 +33,7 @@ struct DiskFile {
   int error = 0;                   ///< errno of the last failed transfer; stays until the close
   std::int64_t position = 0;       ///< of the next byte to read or write
   WriteWindow* unsaved = nullptr;  ///< of a writable file; null: every write goes straight through
+  std::int64_t stored_end = 0;     ///< of a writable file: one past the last byte that reached it
   std::int64_t window_start = 0;
   std::size_t window_length = 0;
   std::array<std::uint8_t, read_window_size> window;

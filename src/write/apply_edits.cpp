@@ -182,7 +182,7 @@ struct DeletedEntry {
 
 DeletedEntry delete_entry(ImageFile& image, const FieldDef& def) {
   for (FieldEntry& entry : image.table()) {
-    if (entry.tag != def.tag || entry.kind != def.ifd_kind) continue;
+    if (entry.tag != def.tag || entry.kind != def.ifd_kind || entry.ifd.display_only) continue;
     const DeletedEntry deleted{true, entry.index, entry.ifd.id};
     entry.index = deleted_index;
     sort_by_index(image);
@@ -245,10 +245,11 @@ void apply_edit(EditContext& context, EditList& edits, EditEntry& edit, ErrorCod
   if (result != ErrorCode::field_not_present) pending = result;
 }
 
-// Elements of array fields were stored beside the array for display only.
-void delete_array_elements(ImageFile& image) {
+// Elements of array fields, and fields of a maker note that is carried over as one value, were stored
+// for display only.
+void delete_display_entries(ImageFile& image) {
   for (FieldEntry& entry : image.table()) {
-    if (entry.tag > 0xFFFF) entry.index = deleted_index;
+    if (entry.tag > 0xFFFF || entry.ifd.display_only) entry.index = deleted_index;
   }
   sort_by_index(image);
 }
@@ -266,7 +267,7 @@ ErrorCode apply_exif_edits(EditContext& context, EditList& edits) {
   for (; next < edits.count && image.field_count < field_table_capacity; ++next) {
     apply_edit(context, edits, edits.entries[static_cast<std::size_t>(next)], pending);
   }
-  delete_array_elements(image);
+  delete_display_entries(image);
   if (next < edits.count) {
     print_warning("Warning: Field table full. Some edit actions may not have been performed.\n");
   }

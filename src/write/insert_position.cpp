@@ -34,7 +34,7 @@ std::optional<InsertPosition> search_kind(IfdKind kind, std::uint32_t tag, const
   bool seen = false;
   for (std::size_t place = live_count(image); place-- > 0;) {
     const FieldEntry& entry = image.fields[place];
-    if (entry.kind == kind) {
+    if (entry.kind == kind && !entry.ifd.display_only) {
       result.level = entry.level;
       result.seq = entry.seq;
       result.ifd = entry.ifd;

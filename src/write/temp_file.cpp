@@ -40,6 +40,8 @@ void install_handlers() {
   if (installed) return;
   installed = true;
   set_end_cleanup(remove_pending);
+  // A file-size limit then fails the write that meets it, like a full disk.
+  signal(SIGXFSZ, SIG_IGN);
   for (const int signal_number : fatal_signals) {
     struct sigaction action {};
     action.sa_handler = on_fatal_signal;

@@ -293,7 +293,7 @@ TEST(IfdParser, FilesCutAtAnyLengthGiveTheirFirstFields) {
     const Reading all = read_image(whole);
     ASSERT_EQ(all.image->field_count, 14U);
     for (std::size_t size = 0; size < whole.size(); ++size) {
-      const Reading cut = read_image(Bytes(whole.begin(), whole.begin() + size));
+      const Reading cut = read_image(cut_at(whole, size));
       ASSERT_LE(cut.image->field_count, 14U);
       for (std::size_t i = 0; i < cut.image->field_count; ++i) {
         EXPECT_EQ(cut.image->fields[i].tag, all.image->fields[i].tag);

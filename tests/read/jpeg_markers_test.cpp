@@ -148,7 +148,7 @@ TEST(JpegMarkers, DamagedFilesEndTheScan) {
   const Bytes whole = jpeg({app1_xmp(), flashpix(2, 0, joined({stream_header(), wave()})),
                             segment(0xED, {1, 2, 3}), segment(0xE5, {1, 2}), picture()});
   for (std::size_t size = 6; size < whole.size(); ++size) {
-    const Reading reading = read_image(Bytes(whole.begin(), whole.begin() + size));
+    const Reading reading = read_image(cut_at(whole, size));
     EXPECT_EQ(reading.result, ErrorCode::no_exif_data);
     EXPECT_EQ(reading.errors, "");
     EXPECT_LE(reading.image->segments.app1_pos, 4U);

@@ -75,6 +75,12 @@ inline std::vector<std::string> fields_of(const Reading& reading) {
   return fields;
 }
 
+/// The bytes of a file that was cut.
+inline Bytes cut_at(Bytes bytes, std::size_t size) {
+  bytes.resize(size);
+  return bytes;
+}
+
 using Lines = std::vector<std::string>;
 
 }  // namespace tagmend::test

@@ -411,11 +411,11 @@ TEST(Messages, EditsThatPartlyFail) {
        small_exif(false),
        true,
        "Error: photo.jpg. Could not determine actual image dimensions.\n"},
-      {{"-s", "-a", repeated("make=a,", 198)},
+      {{"-q", "-s", "-r", repeated("artist,", 198)},
        small_exif(),
        true,
        "Can't set EXIF data to actual image values, too many fields editted.\n"},
-      {{"-s", "-a", repeated("make=a,", 197)}, small_exif(), true, ""},
+      {{"-q", "-s", "-r", repeated("artist,", 197)}, small_exif(), true, ""},
       {{"-e", "a", "-r", "artist", "-q"}, small_exif(), true, ""},
   };
   for (const EditCase& wanted : cases) {

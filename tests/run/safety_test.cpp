@@ -204,37 +204,51 @@ TEST(Safety, TinyAndEmptyFilesAreLeftAlone) {
   expect_files(sandbox, files);
 }
 
-/// Every damaged file in one directory, edited by one run: nothing crashes or hangs, and each file
-/// is as it was, or was edited and its damaged original stands beside it.
+/// Each file is as it was, or was edited and its damaged original stands beside it.
+void expect_originals(const Files& files, const Files& found) {
+  for (const auto& [name, content] : files) {
+    const auto now = found.find(name);
+    ASSERT_NE(now, found.end()) << name;
+    const std::size_t dot = name.rfind('.');
+    const auto backup = found.find(name.substr(0, dot) + "-be" + name.substr(dot));
+    const Bytes& original = backup == found.end() ? now->second : backup->second;
+    EXPECT_EQ(difference(content, original), "") << name;
+  }
+  for (const auto& [name, content] : found) {
+    EXPECT_EQ(name.find("orvale_"), std::string::npos) << name << " was left behind";
+  }
+}
+
+/// Edits the damaged files of one directory in one run: nothing crashes or hangs. A resource name
+/// that runs past its segment may end the run; the files are then tried in smaller groups.
+void check_damaged(const Files& files) {
+  const Sandbox sandbox(files);
+  const auto start = std::chrono::steady_clock::now();
+  const Outcome outcome = sandbox.run(
+      {"-s", "-a", "artist=x,gps-latitude=1 2 3,comment=[make]", "-r", "model,th-comp", "."});
+  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+  expect_originals(files, sandbox.files());
+  const std::string& name = files.begin()->first;
+  if (outcome.status == 255 && files.size() > 1) {
+    const auto middle = std::next(files.begin(), static_cast<std::ptrdiff_t>(files.size() / 2));
+    check_damaged(Files(files.begin(), middle));
+    check_damaged(Files(middle, files.end()));
+  } else if (outcome.status == 255) {
+    EXPECT_EQ(outcome.err, "Error: Attempt to read past end of buffer in get_bytes()\n") << name;
+  } else {
+    EXPECT_EQ(outcome.status, 0) << name << ": " << outcome.err.substr(0, 3000);
+    EXPECT_LT(took.count(), files.size() > 1 ? 60 : 2) << name;
+  }
+}
+
 void check_damaged(const std::string& extension, const std::vector<Bytes>& damaged) {
   constexpr std::size_t kBatch = 250;  // the list of created files holds two names for each
-  for (std::size_t first = 0; first < damaged.size(); first += kBatch) {
-    Files files;
-    for (std::size_t i = first; i < std::min(first + kBatch, damaged.size()); ++i) {
-      files["d/" + std::to_string(i) + extension] = damaged[i];
-    }
-    const Sandbox sandbox(files);
-    const auto start = std::chrono::steady_clock::now();
-    const Outcome outcome = sandbox.run(
-        {"-s", "-a", "artist=x,gps-latitude=1 2 3,comment=[make]", "-r", "model,th-comp", "d"});
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    EXPECT_LT(took.count(), 60);
-    EXPECT_EQ(outcome.status, 0) << "files from " << first << ": " << outcome.err.substr(0, 3000);
-    const Files found = sandbox.files();
-    for (const auto& [name, content] : files) {
-      const auto now = found.find(name);
-      ASSERT_NE(now, found.end()) << name;
-      const std::string stem = name.substr(0, name.rfind('.'));
-      const auto backup = found.find(stem + "-be" + extension);
-      if (backup == found.end()) {
-        EXPECT_EQ(difference(content, now->second), "") << name << " was edited without a backup";
-      } else {
-        EXPECT_EQ(difference(content, backup->second), "") << name;
-      }
-    }
-    for (const auto& [name, content] : found) {
-      EXPECT_EQ(name.find("orvale_"), std::string::npos) << name << " was left behind";
-    }
+  Files batch;
+  for (std::size_t i = 0; i < damaged.size(); ++i) {
+    batch[std::to_string(i) + extension] = damaged[i];
+    if (batch.size() < kBatch && i + 1 < damaged.size()) continue;
+    check_damaged(batch);
+    batch.clear();
   }
 }
 

@@ -33,10 +33,10 @@ Ifd tiled(std::uint32_t seed) {
   return ifd;
 }
 
-Ifd jpeg_preview(std::uint32_t seed) {
+Ifd jpeg_preview(std::uint32_t seed, std::size_t size = 97) {
   Ifd ifd = ifd_of({longs(0x0100, {160}), shorts(0x0103, {6}), image_locator(0x0201, kLong),
                     image_locator(0x0202, kLong)});
-  ifd.thumbnail = noise(97, seed);
+  ifd.thumbnail = noise(size, seed);
   return ifd;
 }
 
@@ -60,7 +60,7 @@ TEST(TiffEdit, EveryStructureIsCarriedOver) {
   set(with_metadata, pointer(0x8825, {text(0x0001, "N"), rationals(0x0002, {1, 1, 2, 1, 3, 1})}));
   Ifd with_sub_images = page(11, 1, kLong, kLong);
   set(with_sub_images, pointer(0x014A, {page(21, 3, kLong, kShort), tiled(31), jpeg_preview(41)}));
-  Ifd with_one_sub_image = jpeg_preview(51);
+  Ifd with_one_sub_image = jpeg_preview(51, 98);
   set(with_one_sub_image, pointer(0x014A, std::vector<Ifd>{page(61, 2, kLong, kLong)}));
   Ifd inside_and_outside = page(71, 2, kLong, kLong);
   set(inside_and_outside, image_locator(0x0201, kLong));
@@ -75,7 +75,7 @@ TEST(TiffEdit, EveryStructureIsCarriedOver) {
       {page(5, 5, kLong, kShort)},
       {tiled(6)},
       {page(7, 1, kLong, kLong), page(17, 3, kLong, kLong)},
-      {page(8, 2, kLong, kLong), jpeg_preview(18), tiled(28), jpeg_preview(38)},
+      {page(8, 2, kLong, kLong), jpeg_preview(18), tiled(28), jpeg_preview(38, 98)},
       {page(9, 2, kLong, kLong), page(19, 1, kLong, kLong), page(29, 2, kShort, kShort),
        page(39, 1, kLong, kLong), page(49, 3, kLong, kLong), tiled(59), page(69, 2, kLong, kLong)},
       {with_metadata},
@@ -110,11 +110,13 @@ TEST(TiffEdit, FieldsAreAddedReplacedAndRemoved) {
                set(c[1], text(0x010E, "second"));
              }),
              "Unexpected '\"' ignored\nUnexpected '\"' ignored\n");
-  check_tiff({"-a", "exp-time=1/4,gps-alt-ref=s"}, plain, changed([](Chain& c) {
-               set(c[0], pointer(0x8769, {rationals(0x829A, {250000, 1000000}),
-                                          octets(0x9000, kUndefined, "0220")}));
-               set(c[0], pointer(0x8825, {octets(0x0000, kByte, std::string_view("\2\0\0\0", 4)),
-                                          octets(0x0005, kByte, std::string_view("\0", 1))}));
+  // Both new IFDs go behind the last entry of IFD0 that is below their pointers.
+  check_tiff({"-a", "exp-time=1/4,gps-alt-ref=0"}, plain, changed([](Chain& c) {
+               c[0].entries.push_back(
+                   pointer(0x8825, {octets(0x0000, kByte, std::string_view("\2\0\0\0", 4)),
+                                    octets(0x0005, kByte, std::string_view("\0", 1))}));
+               c[0].entries.push_back(pointer(0x8769, {rationals(0x829A, {250000, 1000000}),
+                                                       octets(0x9000, kUndefined, "0220")}));
              }));
   const Words no_resolution = {"-q", "-r", "x-res,th-x-res"};
   check_tiff(no_resolution, plain, changed([](Chain& c) {
@@ -124,8 +126,11 @@ TEST(TiffEdit, FieldsAreAddedReplacedAndRemoved) {
   const std::string all_of_the_second =
       "th-width,th-len,th-bits-sam,th-comp,th-photo-int,th-strip-off,th-sample-pix,th-row-strip,"
       "th-strip-cnt,th-x-res";
-  check_tiff({"-q", "-r", all_of_the_second}, plain,
-             changed([](Chain& c) { c.erase(c.begin() + 1); }));
+  const Chain first_and_third = {plain[0], plain[2]};
+  check_edit({{"-q", "-r", all_of_the_second},
+              scattered_tiff(true, plain),
+              written_tiff(true, first_and_third)},
+             "photo.tif");
 }
 
 TEST(TiffEdit, OptionsThatHaveNoTiffSide) {

@@ -1,0 +1,4 @@
+#!/bin/sh
+# Measures a build against plain copying and its limits: bench.sh <tagmend>
+set -eu
+exec python3 "$(dirname "$0")/bench.py" "$@"

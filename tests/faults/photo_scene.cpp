@@ -1,0 +1,236 @@
+#include "faults/photo_scene.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "common/edit_case.h"
+
+namespace tagmend::test {
+namespace {
+
+// Long enough for the kernel to copy the image from file to file.
+constexpr std::size_t image_size = 70'000;
+
+// The photographs are private; nothing that comes of them may be less so.
+constexpr mode_t photo_mode = 0640;
+
+struct Pair {
+  Bytes before;
+  Bytes after;
+};
+
+Bytes photoshop(const char* caption) {
+  return app13_photoshop(
+      {resource(1005, "", noise(16, 8)),
+       resource(1028, "",
+                joined({dataset(2, 0, Bytes{0, 2}), dataset(2, 25, "word"),
+                        dataset(2, 120, caption)}))});
+}
+
+Chain signed_camera() {
+  Chain chain = camera();
+  set(chain[0], text(0x013B, "x"));
+  return chain;
+}
+
+Bytes long_jpeg(const Bytes& exif_segment, const Bytes& app13, std::uint32_t seed) {
+  return joined({jpeg({app0_jfif(), exif_segment, app13, app2_icc(), picture()}),
+                 noise(image_size, seed)});
+}
+
+Pair jpeg_pair(bool iptc, bool big_endian, std::uint32_t seed) {
+  const Bytes source = source_exif(big_endian, camera());
+  const Bytes before = long_jpeg(source, photoshop("A caption"), seed);
+  return iptc ? Pair{before, long_jpeg(source, photoshop("Another"), seed)}
+              : Pair{before, long_jpeg(written_exif(big_endian, signed_camera()),
+                                       photoshop("A caption"), seed)};
+}
+
+Chain with_strips(Chain chain, std::uint32_t seed) {
+  set(chain[0], image_locator(0x0111, kLong));
+  set(chain[0], image_locator(0x0117, kLong));
+  chain[0].images = {noise(image_size, seed), noise(128, seed + 1)};
+  return chain;
+}
+
+// A TIFF file holds no IPTC data that could be edited: it is written anew as it was.
+Pair tiff_pair(bool iptc, bool big_endian, std::uint32_t seed) {
+  return {scattered_tiff(big_endian, with_strips(camera(), seed)),
+          written_tiff(big_endian, with_strips(iptc ? camera() : signed_camera(), seed))};
+}
+
+Scene make_scene(bool tiff, bool iptc, bool keep_backup) {
+  const auto pair = tiff ? tiff_pair : jpeg_pair;
+  const std::string extension = tiff ? ".tif" : ".jpg";
+  Scene scene;
+  scene.title = std::string(tiff ? "Tiff" : "Jpeg") + (iptc ? "Iptc" : "Exif") +
+                (keep_backup ? "" : "WithoutBackup");
+  if (!keep_backup) scene.options = {"-b"};
+  scene.options.insert(scene.options.end(), {"-a", iptc ? "ip-caption=Another" : "artist=x"});
+  for (const auto& [path, seed] : {std::pair{"a/photo", 1U}, std::pair{"b/other", 2U}}) {
+    Pair bytes = pair(iptc, seed == 1, seed);
+    scene.photos.push_back({path + extension, std::move(bytes.before), std::move(bytes.after)});
+    scene.operands.push_back(path + extension);
+  }
+  return scene;
+}
+
+std::vector<Scene> make_scenes() {
+  std::vector<Scene> all;
+  for (const bool tiff : {false, true}) {
+    for (const bool iptc : {false, true}) {
+      for (const bool keep_backup : {true, false}) all.push_back(make_scene(tiff, iptc, keep_backup));
+    }
+  }
+  Scene walk = make_scene(false, false, false);
+  walk.title = "Directories";
+  walk.options.insert(walk.options.begin() + 1, "-i");
+  walk.operands = {"."};
+  all.push_back(walk);
+  Scene attribute = make_scene(false, false, true);
+  attribute.title = "LargeAttribute";
+  attribute.has_large_attribute = true;
+  all.push_back(attribute);
+  Scene without_links = make_scene(false, false, true);
+  without_links.title = "WithoutLinks";
+  without_links.without_links = true;
+  all.push_back(without_links);
+  return all;
+}
+
+/// Whether a file is the backup of the photograph, numbered or not, by its name.
+bool is_backup_name(const Photo& photo, const std::string& path) {
+  const std::size_t dot = photo.path.rfind('.');
+  const std::string start = photo.path.substr(0, dot) + "-be";
+  const std::string extension = photo.path.substr(dot);
+  if (!path.starts_with(start) || !path.ends_with(extension)) return false;
+  const std::string number =
+      path.substr(start.size(), path.size() - start.size() - extension.size());
+  return number.empty() || (number.front() == '(' && number.back() == ')');
+}
+
+struct PhotoState {
+  bool is_old = false;
+  bool is_new = false;
+  bool has_original = false;  ///< under its own name or as a backup
+};
+
+PhotoState find_state(const Photo& photo, const Files& files) {
+  PhotoState state;
+  for (const auto& [path, content] : files) {
+    const bool old = content == photo.before;
+    if (path == photo.path) {
+      state.is_old = old;
+      state.is_new = content == photo.after;
+      if (!old && !state.is_new) {
+        ADD_FAILURE() << path << " is neither the old nor the new file: "
+                      << difference(photo.after, content);
+      }
+    } else if (is_backup_name(photo, path)) {
+      EXPECT_TRUE(old) << path << " is not the original: " << difference(photo.before, content);
+    }
+    state.has_original |= old && (path == photo.path || is_backup_name(photo, path));
+  }
+  return state;
+}
+
+/// Files that are neither a photograph nor a backup.
+void check_leftovers(const Scene& scene, const Sandbox& sandbox, const Files& files,
+                     const Disturbance& disturbance) {
+  int allowed = disturbance.may_leave_temp ? 1 : 0;
+  for (const auto& [path, content] : files) {
+    struct stat status {};
+    EXPECT_EQ(::stat(sandbox.path(path).c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777 & ~photo_mode, 0U) << path << " can be read by others";
+    bool is_known = false;
+    for (const Photo& photo : scene.photos) {
+      is_known |= path == photo.path || is_backup_name(photo, path);
+    }
+    const bool is_temp = path.find("/orvale_") != std::string::npos;
+    EXPECT_TRUE(is_known || (is_temp && allowed-- > 0)) << path << " was left behind";
+  }
+}
+
+void check_status(const Outcome& outcome, const Disturbance& disturbance) {
+  if (disturbance.ended_early) return;  // the caller knows by which signal
+  // The one failure that ends a run: without its list the run could edit its own files again.
+  const bool no_list =
+      outcome.status == 255 &&
+      outcome.err.find("Can't allocate memory for created file list\n") != std::string::npos;
+  EXPECT_TRUE(outcome.status == 0 || no_list) << "status " << outcome.status;
+}
+
+void check_messages(const Photo& photo, const PhotoState& state, const Outcome& outcome,
+                    const Disturbance& disturbance) {
+  if (disturbance.ended_early || disturbance.is_silent || outcome.status != 0) return;
+  const bool is_named = outcome.err.find(photo.name()) != std::string::npos;
+  const bool directory_failed =
+      outcome.err.find("Error: Can't open directory ") != std::string::npos;
+  if (!state.is_new) {
+    EXPECT_TRUE(is_named || directory_failed) << "no message names " << photo.name();
+  } else {
+    EXPECT_EQ(outcome.err.find("Error: File " + photo.path), std::string::npos)
+        << "an edit that was done is called a failure";
+  }
+}
+
+}  // namespace
+
+Words Scene::arguments() const {
+  Words all = options;
+  all.insert(all.end(), operands.begin(), operands.end());
+  return all;
+}
+
+const std::vector<Scene>& scenes() {
+  static const std::vector<Scene> all = make_scenes();
+  return all;
+}
+
+void use_memory_file_system() {
+  if (::access("/dev/shm", W_OK | X_OK) == 0) ::setenv("TMPDIR", "/dev/shm", 0);
+}
+
+SceneSandbox::SceneSandbox(const Scene& scene) {
+  for (const Photo& photo : scene.photos) {
+    sandbox_.add(photo.path, photo.before);
+    const std::string path = sandbox_.path(photo.path);
+    // Root's new file must be given to the owner of the old one.
+    EXPECT_TRUE(::geteuid() != 0 || ::chown(path.c_str(), 1234, 2345) == 0);
+    EXPECT_EQ(::chmod(path.c_str(), photo_mode), 0);
+    if (scene.has_large_attribute) {
+      const std::string value(2000, 'v');
+      ::setxattr(path.c_str(), "user.note", value.data(), value.size(), 0);
+    }
+  }
+}
+
+void check_scene(const Scene& scene, const SceneSandbox& sandbox, const Outcome& outcome,
+                 const Disturbance& disturbance) {
+  SCOPED_TRACE(scene.title + ": " + disturbance.text + "\n" + outcome.err);
+  const Files files = sandbox.sandbox().files();
+  check_status(outcome, disturbance);
+  check_leftovers(scene, sandbox.sandbox(), files, disturbance);
+  bool one_failed = false;
+  for (std::size_t i = 0; i < scene.photos.size(); ++i) {
+    const Photo& photo = scene.photos[i];
+    const PhotoState state = find_state(photo, files);
+    EXPECT_TRUE(files.contains(photo.path)) << photo.path << " is gone";
+    EXPECT_TRUE(state.has_original || (!scene.keeps_backup() && state.is_new))
+        << "the original of " << photo.path << " is lost";
+    check_messages(photo, state, outcome, disturbance);
+    if (state.is_new || disturbance.ended_early || outcome.status != 0) continue;
+    EXPECT_FALSE(disturbance.must_succeed) << photo.path << " was not edited";
+    if (disturbance.is_permanent) continue;
+    EXPECT_TRUE(i == disturbance.in_work || disturbance.in_work >= scene.photos.size())
+        << photo.path << " was not edited, though nothing was wrong with it";
+    EXPECT_FALSE(one_failed) << "neither photograph was edited";
+    one_failed = true;
+  }
+}
+
+}  // namespace tagmend::test

@@ -1,0 +1,148 @@
+// Every system call of an edit that can fail does so, at each of its occurrences, once and from then
+// on; reads and writes are cut short; and the program is ended at each of these points.
+#include <errno.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "faults/photo_scene.h"
+#include "faults/traced_run.h"
+
+namespace tagmend::test {
+namespace {
+
+/// The points of one scene at which a run is disturbed.
+class SystemCalls : public testing::TestWithParam<Scene> {
+ protected:
+  void SetUp() override {
+    use_memory_file_system();
+    if (const std::string obstacle = tracing_obstacle(); !obstacle.empty()) {
+      GTEST_SKIP() << "System calls can't be disturbed here: " << obstacle;
+    }
+    const SceneSandbox sandbox(scene());
+    std::vector<SystemCall> calls;
+    const auto outcome = run_traced(sandbox.sandbox(), scene().arguments(),
+                                    [&calls, this](const SystemCall& call) {
+                                      calls.push_back(call);
+                                      return missing_link(call);
+                                    });
+    ASSERT_TRUE(outcome.has_value());
+    check_scene(scene(), sandbox, *outcome, {.text = "undisturbed", .must_succeed = true});
+    calls_ = std::move(calls);
+  }
+
+  void TearDown() override {
+    if (tried_ > 0) std::printf("%s: %zu points were tried\n", scene().title.c_str(), tried_);
+  }
+
+  [[nodiscard]] static const Scene& scene() { return GetParam(); }
+
+  /// What the file system of the scene answers, whatever the test does.
+  [[nodiscard]] static Meddling missing_link(const SystemCall& call) {
+    const std::string_view name = call.row->name;
+    if (!scene().without_links || (name != "link" && name != "linkat")) return {};
+    return {.deed = Meddling::Deed::fail, .number = EPERM};
+  }
+
+  /// The photograph that is in work when the call is made; past the last before the first.
+  [[nodiscard]] std::size_t in_work(std::size_t index) const {
+    std::size_t last = scene().photos.size();
+    for (std::size_t i = 0; i <= index; ++i) {
+      for (std::size_t k = 0; k < scene().photos.size(); ++k) {
+        if (calls_[i].path.ends_with(scene().photos[k].name())) last = k;
+      }
+    }
+    return last;
+  }
+
+  /// Disturbs the call of that index, and with `from_then_on` all of its kind behind it.
+  void disturb(const SystemCall& call, const Meddling& meddling, bool from_then_on,
+               Disturbance disturbance) {
+    const SceneSandbox sandbox(scene());
+    const auto outcome = run_traced(
+        sandbox.sandbox(), scene().arguments(), [&](const SystemCall& now) -> Meddling {
+          const bool is_kind = now.row == call.row && now.prints() == call.prints();
+          if (is_kind && (now.index == call.index || (from_then_on && now.index > call.index))) {
+            Meddling deed = meddling;
+            deed.is_last = !from_then_on && !scene().without_links;
+            return deed;
+          }
+          return missing_link(now);
+        });
+    ASSERT_TRUE(outcome.has_value());
+    ++tried_;
+    disturbance.is_silent = call.prints();
+    disturbance.is_permanent = from_then_on;
+    disturbance.in_work = in_work(call.index);
+    check_scene(scene(), sandbox, *outcome, disturbance);
+    EXPECT_TRUE(!disturbance.ended_early || outcome->status == -meddling.number)
+        << disturbance.text << ": status " << outcome->status;
+  }
+
+  void fail_each(bool from_then_on) {
+    for (const SystemCall& call : calls_) {
+      for (const int error : call.row->errors) {
+        if (error == 0) break;
+        if (error == EINTR && from_then_on) continue;  // no signal comes at every call
+        disturb(call, {.deed = Meddling::Deed::fail, .number = error}, from_then_on,
+                {.text = call.text() + (from_then_on ? " and later fail: " : " fails: ") +
+                         std::strerror(error),
+                 .must_succeed = is_harmless(call, error)});
+      }
+    }
+  }
+
+  void end_each(std::initializer_list<int> signals) {
+    for (const SystemCall& call : calls_) {
+      for (const int number : signals) {
+        disturb(call, {.deed = Meddling::Deed::signal, .number = number}, false,
+                {.text = call.text() + ": " + ::strsignal(number),
+                 .ended_early = true,
+                 .may_leave_temp = number == SIGKILL});
+      }
+    }
+  }
+
+  /// A transfer that was interrupted is repeated; what the kernel won't copy is read and written;
+  /// a name that can have no second link is renamed.
+  [[nodiscard]] static bool is_harmless(const SystemCall& call, int error) {
+    const std::string_view name = call.row->name;
+    if (name == "copy_file_range") return true;
+    if (name == "link") return error == EPERM || error == EMLINK || error == EXDEV;
+    return error == EINTR && name != "close" && name != "fsync";
+  }
+
+  std::vector<SystemCall> calls_;
+  std::size_t tried_ = 0;
+};
+
+TEST_P(SystemCalls, FailOnce) { fail_each(false); }
+
+TEST_P(SystemCalls, FailFromThenOn) { fail_each(true); }
+
+TEST_P(SystemCalls, MoveFewerBytes) {
+  for (const SystemCall& call : calls_) {
+    if (call.row->length_argument < 0) continue;
+    for (const bool from_then_on : {false, true}) {
+      disturb(call, {.deed = Meddling::Deed::shorten}, from_then_on,
+              {.text = call.text() + (from_then_on ? " and later" : "") + " cut short",
+               .must_succeed = true});
+    }
+  }
+}
+
+TEST_P(SystemCalls, AreTheLast) { end_each({SIGKILL}); }
+
+TEST_P(SystemCalls, AreInterrupted) { end_each({SIGINT, SIGTERM, SIGHUP}); }
+
+INSTANTIATE_TEST_SUITE_P(Scenes, SystemCalls, testing::ValuesIn(scenes()),
+                         [](const auto& case_info) { return case_info.param.title; });
+
+}  // namespace
+}  // namespace tagmend::test
