@@ -42,6 +42,16 @@ ErrorCode edit_exif(Session& session) {
   return apply_exif_edits(context, session.exif_edits);
 }
 
+/// A TIFF file is refused when pictures of it would be lost; a JPEG file's picture lies outside of its
+/// EXIF data, which at worst loses a thumbnail.
+ErrorCode check_image_data(ImageFile& image) {
+  const bool carried = can_carry_image_data(image);
+  image.incomplete |= !carried;
+  return image.file_type == FileType::tiff && (!carried || image.images_unread)
+             ? ErrorCode::file_type_not_editable
+             : ErrorCode::ok;
+}
+
 }  // namespace
 
 ErrorCode load_file(std::string_view directory, const char* name, Session& session) {
@@ -68,9 +78,8 @@ ErrorCode edit_file(const char* name, CreatedFileList* created, Session& session
   if (code == ErrorCode::ok) {
     code = edit_exif(session);
   }
-  if (code == ErrorCode::ok && session.image.file_type == FileType::tiff &&
-      !can_carry_image_data(session.image)) {
-    code = ErrorCode::file_type_not_editable;
+  if (code == ErrorCode::ok) {
+    code = check_image_data(session.image);
   }
   if (code != ErrorCode::ok) {
     return code;

@@ -5,8 +5,10 @@ The photographs are found through the environment variable TAGMEND_SAMPLES (a di
 the check is skipped (exit status 77). They are copied first and never changed.
 
 edits   Sets and removes fields one after the other. After each step exiftool and exiv2 must read the
-        new value and every other tag as before, the other segments and the image data must be
-        unchanged, and the backup must be the file before the step. Prints a table of file and step.
+        new value and every other standard tag as before, the other segments and the image data must be
+        unchanged, and the backup must be the file before the step. Prints a table of file and step: ok,
+        ok* (with a message), maker (tags of the maker note are read differently), refused, or what
+        fails the check: DIFFERS, FAILED.
 damage  Edits every photograph cut at 200 places and with 200 random byte flips each. No run may
         crash, report a sanitizer finding or take over 2 seconds, and no original may be lost.
 """
@@ -55,6 +57,7 @@ EXIV2_VALUES = {
     "gps": {"Exif.GPSInfo.GPSLatitude": "45/1 275000/10000 0/1"},
     "orient": {"Exif.Image.Orientation": "3"},
     "comment": {"Exif.Photo.UserComment": "charset=Ascii A comment"}}
+EXIV2_STANDARD_GROUPS = {"Image", "Photo", "GPSInfo", "Iop", "Thumbnail", "SubImage", "SubThumb"}
 EXIV2_COMPANIONS = {"Exif.GPSInfo.GPSVersionID", "Exif.Photo.ExifVersion", "Exif.Image.Software"}
 
 
@@ -78,24 +81,28 @@ def output(command):
 
 
 def exiftool_tags(path):
-    """[(group:tag, value)] in file order; a tag may occur more than once."""
-    tags = []
-    for line in output(["exiftool", "-a", "-n", "-G1", "-s", "-e", path]).splitlines():
-        group, _, rest = line.partition("]")
+    """[(group:tag, value)] of the standard tags in file order (a tag may occur more than once), and
+    of the maker note."""
+    tags, maker = [], []
+    for line in output(["exiftool", "-a", "-n", "-G0:1", "-s", "-e", path]).splitlines():
+        groups, _, rest = line.partition("]")
         name, _, value = rest.partition(":")
-        group, name = group.lstrip("["), name.strip()
+        family, _, group = groups.lstrip("[").partition(":")
+        group, name = group or family, name.strip()
         if group not in EXIFTOOL_GROUPS_LEFT_OUT and name not in TAGS_LEFT_OUT:
-            tags.append((f"{group}:{name}", value.strip()))
-    return tags
+            (maker if family == "MakerNotes" else tags).append((f"{group}:{name}", value.strip()))
+    return tags, maker
 
 
 def exiv2_tags(path):
-    tags = []
+    tags, maker = [], []
     for line in output(["exiv2", "-q", "-PEIXkv", path]).splitlines():
         key, _, value = line.partition(" ")
-        if key.rsplit(".", 1)[-1] not in EXIV2_KEYS_LEFT_OUT:
-            tags.append((key, value.strip()))
-    return tags
+        family, group, name = (key.split(".", 2) + ["", ""])[:3]
+        if name not in EXIV2_KEYS_LEFT_OUT:
+            standard = family != "Exif" or group.rstrip("0123456789") in EXIV2_STANDARD_GROUPS
+            (tags if standard else maker).append((key, value.strip()))
+    return tags, maker
 
 
 def without(tags, names):
@@ -108,6 +115,32 @@ def changes(before, after, expected):
     gained = without(after, expected) - without(before, expected)
     return ([f"lost {name}={value[:60]}" for name, value in sorted(lost)] +
             [f"gained {name}={value[:60]}" for name, value in sorted(gained)])
+
+
+def tiff_images(data):
+    """The strips and tiles of every IFD of the main chain."""
+    order = "<" if data[:2] == b"II" else ">"
+    images, at = [], struct.unpack_from(order + "I", data, 4)[0]
+    while at:
+        count = struct.unpack_from(order + "H", data, at)[0]
+        numbers = {}
+        for entry in range(at + 2, at + 2 + 12 * count, 12):
+            tag, kind, amount = struct.unpack_from(order + "HHI", data, entry)
+            if tag in (0x0111, 0x0117, 0x0144, 0x0145):
+                form = f"{order}{amount}{'H' if kind == 3 else 'I'}"
+                inside = struct.calcsize(form) <= 4
+                where = entry + 8 if inside else struct.unpack_from(order + "I", data, entry + 8)[0]
+                numbers[tag] = struct.unpack_from(form, data, where)
+        for offsets, lengths in ((0x0111, 0x0117), (0x0144, 0x0145)):
+            pairs = zip(numbers.get(offsets, ()), numbers.get(lengths, ()))
+            images += [data[offset:offset + length] for offset, length in pairs]
+        at = struct.unpack_from(order + "I", data, at + 2 + 12 * count)[0]
+    return images
+
+
+def untouched_parts(data):
+    """What no edit of metadata may change."""
+    return jpeg_parts(data) if data[:2] == b"\xff\xd8" else tiff_images(data)
 
 
 def jpeg_parts(data):
@@ -151,7 +184,7 @@ def run_step(program, path, step):
     """Word for the table and the problems found."""
     name, arguments, wanted = step
     backup = "-be".join(os.path.splitext(path))
-    before, tags, keys = contents(path), exiftool_tags(path), exiv2_tags(path)
+    before, (tags, maker), (keys, maker_keys) = contents(path), exiftool_tags(path), exiv2_tags(path)
     done = subprocess.run([program, *arguments, os.path.basename(path)], cwd=os.path.dirname(path),
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
     said = done.stderr.decode("utf-8", "replace").strip()
@@ -166,15 +199,17 @@ def run_step(program, path, step):
     os.remove(backup)
     if os.listdir(os.path.dirname(path)) != [os.path.basename(path)]:
         problems.append("a file was left behind")
-    if jpeg_parts(before) != jpeg_parts(after):
+    if untouched_parts(before) != untouched_parts(after):
         problems.append("other segments or image data changed")
-    tags_after, keys_after = exiftool_tags(path), exiv2_tags(path)
+    (tags_after, maker_after), (keys_after, maker_keys_after) = exiftool_tags(path), exiv2_tags(path)
     problems += check_values(step, tags_after, keys_after, after)
     problems += changes(tags, tags_after, set(wanted) | COMPANIONS)
     problems += ["exiv2 " + change for change in
                  changes(keys, keys_after, EXIV2_KEYS_OF_STEPS[name] | EXIV2_COMPANIONS)]
-    notes = [f"says: {line}" for line in said.splitlines()]
-    return ("DIFFERS", problems + notes) if problems else ("ok" if not notes else "ok*", notes)
+    maker_changes = changes(maker, maker_after, set()) + changes(maker_keys, maker_keys_after, set())
+    notes = problems + [f"maker note: {change}" for change in maker_changes]
+    notes += [f"says: {line}" for line in said.splitlines()]
+    return "DIFFERS" if problems else "maker" if maker_changes else "ok*" if said else "ok", notes
 
 
 def check_edits(program):
