@@ -4,11 +4,11 @@ PREFIX ?= /usr/local
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
 .PHONY: all try check sanitize clang format format-check bench install clean
-.PHONY: build-tools test-tools clang-tools format-tools
+.PHONY: build-tools test-tools clang-tools format-tools bench-tools
 
 all: build-tools
-	cmake --preset release
-	cmake --build --preset release --parallel $(JOBS) --target tagmend tagdump
+	cmake --preset release -DTAGMEND_TESTS=OFF
+	cmake --build --preset release --parallel $(JOBS)
 
 try: all
 	tools/try.sh build
@@ -34,7 +34,7 @@ format: format-tools
 format-check: format-tools
 	find src tests tools -name '*.h' -o -name '*.cpp' | xargs clang-format-14 --dry-run --Werror
 
-bench: all
+bench: all bench-tools
 	tests/bench/bench.sh build/tagmend
 
 install: all
@@ -54,3 +54,6 @@ clang-tools:
 
 format-tools:
 	@tools/install-missing.sh clang-format-14:clang-format-14
+
+bench-tools:
+	@tools/install-missing.sh python3:python3 strace:strace

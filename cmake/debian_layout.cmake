@@ -5,7 +5,7 @@ set(doc ${root}/share/doc/tagmend)
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH source)
 
 file(REMOVE ${doc}/LICENSE)  # its text is in the copyright file
-file(COPY ${CPACK_PACKAGE_DIRECTORY}/debian/copyright ${CPACK_PACKAGE_DIRECTORY}/debian/changelog
+file(COPY ${CPACK_TAGMEND_DEBIAN}/copyright ${CPACK_TAGMEND_DEBIAN}/changelog
      DESTINATION ${doc}
      FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 execute_process(

@@ -28,6 +28,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_TAGMEND_DEBIAN ${CMAKE_BINARY_DIR}/debian)  # read by the script
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/debian_layout.cmake)
 
 # Honours SOURCE_DATE_EPOCH, so that a package can be made again byte for byte.

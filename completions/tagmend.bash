@@ -47,11 +47,23 @@ _tagmend_offer() { # what precedes the word, what is typed of it, what follows i
     compopt -o nospace
 }
 
+_tagmend_list_file() { # "@" and what is typed of the name
+    local base=${words[-1]%"$piece"} i
+    mapfile -t COMPREPLY < <(compgen -f -- "${1#@}")
+    for i in "${!COMPREPLY[@]}"; do
+        if [[ -d ${COMPREPLY[i]} ]]; then
+            COMPREPLY[i]+=/
+            compopt -o nospace
+        fi
+    done
+    COMPREPLY=("${COMPREPLY[@]/#/@}")
+    COMPREPLY=("${COMPREPLY[@]#"$base"}")
+}
+
 _tagmend_fields() { # what precedes the list, the list, the names, what follows a name
     local head item
     if [[ $2 == @* ]]; then
-        compopt -o filenames
-        mapfile -t COMPREPLY < <(compgen -f -- "${2#@}")
+        _tagmend_list_file "$2"
         return
     fi
     _tagmend_split_list "$2" || return
@@ -84,27 +96,28 @@ _tagmend_argument() { # option letter, what precedes its argument in the word, t
 }
 
 _tagmend() {
-    local piece=$2 words word rest letter='' i
+    local piece=$2 words word rest letter='' i last
     COMPREPLY=()
     _tagmend_split_line
-    for ((i = 1; i < ${#words[@]}; i++)); do
+    last=$((${#words[@]} - 1))
+    for ((i = 1; i <= last; i++)); do
         word=${words[i]}
         if [[ $letter ]]; then # this word is the argument of the one before
-            ((i < ${#words[@]} - 1)) || _tagmend_argument "$letter" '' "$word"
+            if ((i == last)); then
+                _tagmend_argument "$letter" '' "$word"
+                return
+            fi
             letter=
             continue
         fi
-        if [[ $word != -* || $word == -- ]]; then # options end at the first operand
-            ((i < ${#words[@]} - 1)) && [[ $word != -- ]] && break
-            continue
-        fi
+        [[ $word == -* && $word != -- ]] || break # options end here
         # In a cluster, the first letter that takes an argument takes the rest or the next word.
         rest=${word#-}
         while [[ $rest && $_tagmend_with_argument != *"${rest:0:1}"* ]]; do
             rest=${rest:1}
         done
         letter=${rest:0:1} rest=${rest:1}
-        if ((i == ${#words[@]} - 1)); then
+        if ((i == last)); then
             if [[ $rest ]]; then
                 _tagmend_argument "$letter" "${word%"$rest"}" "$rest"
             else
@@ -114,6 +127,7 @@ _tagmend() {
         fi
         [[ -z $rest ]] || letter=
     done
+    compopt -o default # the names of files
 }
 
 complete -F _tagmend tagmend

@@ -42,7 +42,10 @@ std::string name_in_code(const std::string& name) {
   if (name.empty()) return "(empty)";
   const std::size_t end = name.find_last_not_of(' ') + 1;
   std::string text = "`" + cell(name) + "`";
-  if (end < name.size()) text += " and " + std::to_string(name.size() - end) + " blank(s)";
+  if (end < name.size()) {
+    const std::size_t blanks = name.size() - end;
+    text += " and " + std::to_string(blanks) + (blanks == 1 ? " blank" : " blanks");
+  }
   return text;
 }
 

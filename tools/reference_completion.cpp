@@ -85,17 +85,19 @@ void print_fish_names(const char* variable, const std::vector<Group>& groups, bo
   std::puts("");
 }
 
-/// What completes the argument of an option; the completion scripts hold these functions.
+// What completes the argument of an option; the completion scripts hold these functions.
+
+/// A leading blank keeps _arguments from adding words of its own.
 const char* zsh_action(char letter) {
   switch (letter) {
     case 'a':
-      return "_tagmend_list settable";
+      return " _tagmend_list settable";
     case 'r':
-      return "_tagmend_list removable";
+      return " _tagmend_list removable";
     case 'e':
       return "((e\\:EXIF f\\:Flashpix i\\:IPTC a\\:all))";
     case 'p':
-      return "_tagmend_charsets";
+      return " _tagmend_charsets";
     default:
       return " ";
   }

@@ -150,6 +150,11 @@ std::vector<ValueName> values_of(const Def& def) {
   return def.value_map ? value_names(def.value_map) : value_names(def.value_map_bytes);
 }
 
+/// Fields of TIFF files that are made of the IPTC datasets, never of a typed value.
+bool is_made_from_datasets(const FieldDef& def) {
+  return def.ifd_kind == IfdKind::camera && (def.tag == 0x83BB || def.tag == 0x8649);
+}
+
 /// Fields that the writer can put into a file or take out of it: those with an IFD entry of their
 /// own in a file that may be edited, and a nickname that finds them. (Elements of maker-note arrays
 /// live in the entry of their array.)
@@ -167,7 +172,7 @@ Field describe(const FieldDef& def, std::size_t row) {
               .count = def.count == 0 ? "any" : std::to_string(def.count),
               .form = {},
               .values = values_of(def),
-              .settable = writable && def.editable,
+              .settable = writable && def.editable && !is_made_from_datasets(def),
               .removable = writable};
   if (!field.settable || !field.values.empty()) return field;
   const char* const special = special_form(def);

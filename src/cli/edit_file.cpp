@@ -42,8 +42,8 @@ ErrorCode edit_exif(Session& session) {
   return apply_exif_edits(context, session.exif_edits);
 }
 
-/// A TIFF file is refused when pictures of it would be lost; a JPEG file's picture lies outside of its
-/// EXIF data, which at worst loses a thumbnail.
+/// A TIFF file is refused when pictures of it would be lost; a JPEG file's picture lies outside of
+/// its EXIF data, which at worst loses a thumbnail.
 ErrorCode check_image_data(ImageFile& image) {
   const bool carried = can_carry_image_data(image);
   image.incomplete |= !carried;
