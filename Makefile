@@ -57,3 +57,9 @@ format-tools:
 
 bench-tools:
 	@tools/install-missing.sh python3:python3 strace:strace
+
+# The Debian package, in build/.
+.PHONY: package
+package: all
+	@tools/install-missing.sh dpkg-shlibdeps:dpkg-dev
+	cd build && cpack

@@ -15,4 +15,4 @@ execute_process(
 # Debian's zsh looks for the completions of packages here.
 file(MAKE_DIRECTORY ${root}/share/zsh/vendor-completions)
 file(RENAME ${root}/share/zsh/site-functions/_tagmend ${root}/share/zsh/vendor-completions/_tagmend)
-file(REMOVE ${root}/share/zsh/site-functions)
+file(REMOVE_RECURSE ${root}/share/zsh/site-functions)

@@ -11,9 +11,11 @@ install(FILES ${TAGMEND_COMPLETIONS}/zsh/_tagmend
 install(FILES ${TAGMEND_COMPLETIONS}/fish/tagmend.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
+set(TAGMEND_MAINTAINER "The tagmend authors <tagmend@example.org>" CACHE STRING
+    "Who answers for the package: name and mail address")
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tagmend)
-set(CPACK_PACKAGE_CONTACT "The tagmend authors <tagmend@localhost.localdomain>")
+set(CPACK_PACKAGE_CONTACT "${TAGMEND_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "editor for the metadata in photographs")
 set(CPACK_PACKAGE_DESCRIPTION
 "tagmend adds, changes and removes EXIF, GPS and maker-note fields and IPTC

@@ -45,7 +45,9 @@ constexpr GroupRow group_rows[] = {
     {IfdKind::pentax, "Pentax maker note", maker_note_note},
     {IfdKind::ricoh, "Ricoh maker note", maker_note_note},
     {IfdKind::ricoh_info, "Ricoh camera information", maker_note_note},
-    {IfdKind::ricoh_custom, "Ricoh custom fields", container_note},
+    {IfdKind::ricoh_custom, "Ricoh custom fields",
+     "Read and shown in templates; they stand in a JPEG segment of their own, which is kept as it "
+     "is."},
     {IfdKind::tiff_image, "TIFF image of an EPS file", container_note},
     {IfdKind::canon_raw, "Canon Raw (CRW)", container_note},
 };
@@ -57,8 +59,7 @@ struct SpecialForm {
 };
 
 constexpr char coordinate[] =
-    "degrees, minutes, seconds (`54 11 30`) or with decimal minutes "
-    "(`54 11.5`)";
+    "degrees, minutes, seconds (`54 11 30`) or with decimal minutes (`54 11.5`)";
 constexpr char utf16_text[] = "text (stored as UTF-16)";
 
 constexpr SpecialForm gps_forms[] = {

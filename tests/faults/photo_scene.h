@@ -2,6 +2,7 @@
 // them whatever happens to the run.
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,9 @@ struct Scene {
   [[nodiscard]] bool keeps_backup() const { return options.at(0) != "-b"; }
   [[nodiscard]] Words arguments() const;
 };
+
+/// For the names of test cases.
+inline void PrintTo(const Scene& scene, std::ostream* out) { *out << scene.title; }
 
 /// JPEG and TIFF files, EXIF and IPTC edits, with and without -b; files and a directory as operands.
 const std::vector<Scene>& scenes();

@@ -56,7 +56,6 @@ TEST(JpegMarkers, FirstSegmentsAreRecordedByPositionAndLength) {
   EXPECT_EQ(calls, (Lines{"APP13 96 1", "APP5 101 2", "APP13 107 3"}));
   EXPECT_EQ(reading.image->image_width, 6U);
   EXPECT_EQ(reading.image->image_height, 3U);
-  EXPECT_TRUE(reading.image->incomplete);
   EXPECT_EQ(reading.errors, "");
 }
 

@@ -1,0 +1,391 @@
+// Whole edits of IPTC datasets (IPTC IIM 4) in the Photoshop block of JPEG files and in TIFF files:
+// what is asked for changes, every other dataset and resource keeps its bytes.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "common/edit_case.h"
+#include "common/image_builder.h"
+#include "common/run_tagmend.h"
+
+namespace tagmend::test {
+namespace {
+
+constexpr const char* kNewBlockName = "Dataset 2 Record Version";
+
+Bytes version(std::uint8_t record) { return dataset(record, 0, Bytes{0, 2}); }
+
+Bytes datasets(std::initializer_list<Bytes> parts) { return joined(parts); }
+
+/// Resource 1028 alone.
+Bytes iptc(const Bytes& content, const char* name = "") {
+  return app13_photoshop({resource(1028, name, content)});
+}
+
+const Bytes kCaption = dataset(2, 120, "Old caption");
+const Bytes kTitle = dataset(2, 5, "Title");
+const Bytes kOne = dataset(2, 25, "one");
+const Bytes kTwo = dataset(2, 25, "two");
+
+struct IptcCase {
+  Words arguments;
+  Bytes source;    ///< the APP13 segment, or nothing
+  Bytes expected;  ///< what stands for it afterwards
+  std::string err = {};
+  Words environment = {};
+};
+
+void check(const std::vector<IptcCase>& cases) {
+  for (const IptcCase& wanted : cases) {
+    EditCase edit{wanted.arguments, jpeg({app0_jfif(), app2_icc(), wanted.source, picture()}),
+                  jpeg({app0_jfif(), app2_icc(), wanted.expected, picture()}), wanted.err};
+    edit.settings.environment = wanted.environment;
+    check_edit(edit, "photo.jpg");
+  }
+}
+
+TEST(IptcEdit, DatasetsAreAddedReplacedAndRemoved) {
+  const Bytes source = iptc(datasets({version(2), kTitle, kOne, kTwo, kCaption}));
+  check({
+      {{"-a", "ip-caption=Hello"},
+       {},
+       iptc(datasets({version(2), dataset(2, 120, "Hello")}), kNewBlockName)},
+      {{"-a", "ip-caption=Hello"},
+       source,
+       iptc(datasets({version(2), kTitle, kOne, kTwo, dataset(2, 120, "Hello")}))},
+      {{"-a", "ip-caption=Hello,ip-caption=Last"},
+       source,
+       iptc(datasets({version(2), kTitle, kOne, kTwo, dataset(2, 120, "Last")}))},
+      {{"-a", "ip-keyword=three; four  ;five"},
+       source,
+       iptc(datasets({version(2), kTitle, kOne, kTwo, dataset(2, 25, "three"),
+                      dataset(2, 25, "four"), dataset(2, 25, "five"), kCaption}))},
+      {{"-j", ",", "-a", "ip-keyword=\"3,4;5\""},
+       source,
+       iptc(datasets({version(2), kTitle, kOne, kTwo, dataset(2, 25, "3"), dataset(2, 25, "4;5"),
+                      kCaption}))},
+      {{"-c", "'", "-a", "ip-keyword='\\'a;b\\';c'"},
+       source,
+       iptc(datasets({version(2), kTitle, kOne, kTwo, dataset(2, 25, "a;b"), dataset(2, 25, "c"),
+                      kCaption}))},
+      {{"-r", "ip-keyword"}, source, iptc(datasets({version(2), kTitle, kCaption}))},
+      {{"-r", "ip-keyword", "-a", "ip-keyword=new"},
+       source,
+       iptc(datasets({version(2), kTitle, dataset(2, 25, "new"), kCaption}))},
+      {{"-r", "ip-obj*"},
+       source,
+       source,
+       "Warning: Could not delete field 'ip-obj-type-ref', field not found\n"},
+      {{"-r", "ip-object,ip-keyword,ip-caption"}, source, iptc(version(2))},
+      // The last dataset takes its resource with it.
+      {{"-r", "ip-object,ip-keyword,ip-caption,ip-version"}, source, app13_photoshop({})},
+      // A removal from nothing is nothing.
+      {{"-r", "ip-caption"}, {}, {}},
+      {{"-q", "-e", "i", "-r", "make"}, source, source},
+      {{"-e", "i"}, source, {}},
+      {{"-e", "f"}, source, source},
+  });
+}
+
+TEST(IptcEdit, ValuesByType) {
+  const auto added = [](std::initializer_list<Bytes> parts) {
+    return iptc(joined({version(2), joined(parts)}), kNewBlockName);
+  };
+  const std::string long_name(40, 'x');
+  check({
+      {{"-a",
+        "ip-date=2004-May-01,ip-time=10:20:30,ip-digi-date=20040502,ip-digi-time=10:20 +0130"},
+       {},
+       added({dataset(2, 55, "20040501"), dataset(2, 60, "102030+0000"), dataset(2, 62, "20040502"),
+              dataset(2, 63, "102000+0130")})},
+      {{"-a", "ip-image-orient=portrait,ip-action-advised=Object Replace,ip-audio-type=am"},
+       {},
+       added({dataset(2, 42, "02"), dataset(2, 131, "P"), dataset(2, 150, "1A")})},
+      {{"-a", "ip-city=" + long_name},
+       {},
+       added({dataset(2, 90, long_name.substr(0, 32))}),
+       "Warning: Field ip-city longer than 32 bytes, truncating.\n"},
+      {{"-qa", "ip-keyword=[file-base];[make],ip-caption=[file-name] \\n."},
+       {},
+       added({dataset(2, 25, "photo"), dataset(2, 120, "photo.jpg \n.")})},
+      // Every record in use gets its version, except 7, which has none.
+      {{"-a", "ip3-width=640,ip7-max-subfile=70000,ip1-env-pri=5,ip3-supp-type=logo"},
+       {},
+       iptc(datasets({version(1), dataset(1, 60, "5"), version(3), dataset(3, 20, Bytes{2, 128}),
+                      dataset(3, 55, Bytes{2}), dataset(7, 20, Bytes{0, 1, 17, 112})}),
+            "Dataset 1 Record Version")},
+      {{"-a", "ip-copyrighted=yes,ip-url=http://example.org/a"},
+       {},
+       app13_photoshop({resource(1034, "Mark as Copyrighted", {1, 0}),
+                        resource(1035, "Image URL", bytes_of("http://example.org/a"))})},
+  });
+}
+
+TEST(IptcEdit, WhatIsNotEditedKeepsItsBytes) {
+  const Bytes odd = resource(1005, "", noise(15, 1));
+  const Bytes named = resource(1006, "Alpha", noise(6, 2));
+  const Bytes even_name = resource(1026, "Name", noise(9, 3));
+  const Bytes flag = resource(1034, "", {1, 0, 0, 0});
+  const Bytes url = resource(1035, "Its name", bytes_of("http://example.org"));
+  const Bytes digest = resource(1061, "", noise(16, 4));
+  const Bytes unknown = dataset(2, 99, noise(21, 5));
+  const Bytes character_set = dataset(1, 90, Bytes{0x1B, 0x25, 0x47});
+  const Bytes content =
+      datasets({version(1), character_set, version(2), kTitle, kCaption, unknown, version(3),
+                dataset(3, 20, Bytes{0, 9}), dataset(7, 10, Bytes{1}), dataset(8, 10, "")});
+  const Bytes changed = datasets({version(1), character_set, version(2), dataset(2, 5, "New"),
+                                  unknown, kCaption, version(3), dataset(3, 20, Bytes{0, 9}),
+                                  dataset(7, 10, Bytes{1}), dataset(8, 10, "")});
+  check({
+      {{"-a", "ip-object=New"},
+       app13_photoshop({odd, named, even_name, resource(1028, "Mine", content), flag, url, digest}),
+       app13_photoshop(
+           {odd, named, even_name, resource(1028, "Mine", changed), flag, url, digest})},
+      // Resources are put in ascending order.
+      {{"-a", "ip-object=New"},
+       app13_photoshop({digest, url, resource(1028, "", content), named, odd}),
+       app13_photoshop({odd, named, resource(1028, "", changed), url, digest})},
+      {{"-a", "ip-url=http://example.net,ip-copyrighted=no"},
+       app13_photoshop({odd, flag, url}),
+       app13_photoshop({odd, resource(1034, "Mark as Copyrighted", {0, 0}),
+                        resource(1035, "Image URL", bytes_of("http://example.net"))})},
+      {{"-r", "ip-url,ip-copyrighted"}, app13_photoshop({odd, flag, url}), app13_photoshop({odd})},
+      // A dataset of a record without a version brings it.
+      {{"-r", "ip-object"},
+       iptc(datasets({kTitle, kCaption})),
+       iptc(datasets({version(2), kCaption}), kNewBlockName)},
+  });
+}
+
+TEST(IptcEdit, SegmentsOfAFile) {
+  const Bytes foreign = segment(0xED, bytes_of("Adobe_CM and nothing else in it"));
+  const Bytes first = iptc(datasets({version(2), kTitle}));
+  const Bytes last = iptc(datasets({version(2), kCaption}));
+  const Bytes title_and_caption = iptc(datasets({version(2), dataset(2, 5, "New"), kCaption}));
+  const Bytes alone = iptc(datasets({version(2), dataset(2, 5, "New")}), kNewBlockName);
+  const Words add = {"-a", "ip-object=New"};
+  const EditCase cases[] = {
+      // The content of the last Photoshop segment takes the place of the first.
+      {add, jpeg({app0_jfif(), first, app1_xmp(), last, picture()}),
+       jpeg({app0_jfif(), title_and_caption, app1_xmp(), picture()})},
+      {add, jpeg({foreign, last, foreign, picture()}),
+       jpeg({foreign, title_and_caption, foreign, picture()})},
+      {add, jpeg({foreign, picture()}), jpeg({foreign, alone, picture()})},
+      {{"-r", "ip-object"}, jpeg({foreign, picture()}), jpeg({foreign, picture()})},
+      // Without a segment, before the first that is not APP0 to APP13.
+      {add,
+       jpeg({app0_jfif(), app2_flashpix(1), segment(0xEC, noise(8, 1)), app14_adobe(), picture()}),
+       jpeg({app0_jfif(), app2_flashpix(1), segment(0xEC, noise(8, 1)), alone, app14_adobe(),
+             picture()})},
+      {add, jpeg({comment("x"), last, picture()}),
+       jpeg({title_and_caption, comment("x"), picture()})},
+      {{"-e", "i"},
+       jpeg({first, app2_icc(), foreign, last, picture()}),
+       jpeg({app2_icc(), picture()})},
+  };
+  for (const EditCase& wanted : cases) check_edit(wanted, "photo.jpg");
+
+  // With -b, a second Photoshop segment keeps the original; a segment of another kind does not.
+  const Sandbox two({{"photo.jpg", cases[0].source}});
+  expect_outcome(two.run({"-b", "-a", "ip-object=New", "photo.jpg"}), 0, "",
+                 "Warning: File photo.jpg: some metadata could not be read, original kept as "
+                 "'photo-be.jpg'\n");
+  expect_files(two, {{"photo.jpg", cases[0].expected}, {"photo-be.jpg", cases[0].source}});
+  check_edit({{"-b", "-a", "ip-object=New"}, cases[1].source, cases[1].expected}, "photo.jpg");
+}
+
+TEST(IptcEdit, TogetherWithExif) {
+  const Bytes old_block = iptc(datasets({version(2), kTitle, kOne, kTwo, kCaption}));
+  const Bytes new_block = iptc(datasets({version(2), kTitle, kOne, kTwo, dataset(2, 120, "New")}));
+  const Bytes shorter = iptc(datasets({version(2), kTitle, kCaption}));
+  for (const bool big : {false, true}) {
+    Chain artist = camera();
+    set(artist[0], text(0x013B, "x"));
+    Chain no_model = camera();
+    drop(no_model[0], 0x0110);
+    Chain described = camera();
+    set(described[0], text(0x010E, "Title: Old caption (one; two)[]"));
+    const Bytes exif_segment = source_exif(big, camera());
+    const EditCase cases[] = {
+        {{"-a", "artist=x,ip-caption=New"},
+         jpeg({exif_segment, app2_icc(), old_block, picture()}),
+         jpeg({written_exif(big, artist), app2_icc(), new_block, picture()})},
+        // The Photoshop block becomes shorter before the thumbnail is copied.
+        {{"-r", "model,ip-keyword"},
+         jpeg({app0_jfif(), old_block, exif_segment, picture()}),
+         jpeg({app0_jfif(), shorter, written_exif(big, no_model), picture()})},
+        {{"-a", "artist=x"},
+         jpeg({exif_segment, old_block, picture()}),
+         jpeg({written_exif(big, artist), old_block, picture()})},
+        {{"-a", "ip-caption=New"},
+         jpeg({exif_segment, old_block, picture()}),
+         jpeg({exif_segment, new_block, picture()})},
+        {{"-a", "description=[ip-object]: [ip-caption] ([ip-keyword])[[ip-city]]"},
+         jpeg({exif_segment, old_block, picture()}),
+         jpeg({written_exif(big, described), old_block, picture()})},
+    };
+    for (const EditCase& wanted : cases) check_edit(wanted, "photo.jpg");
+  }
+}
+
+TEST(IptcEdit, CharacterSets) {
+  const auto caption = [](const std::string& value) {
+    return iptc(datasets({version(2), dataset(2, 120, value)}), kNewBlockName);
+  };
+  check({
+      {{"-a", "ip-caption=Jos\xE9"}, {}, caption("Jos\xE9")},
+      {{"-p", "local=utf-8,iptc=iso-8859-1", "-a", "ip-caption=Jos\xC3\xA9"},
+       {},
+       caption("Jos\xE9")},
+      {{"-p", "iptc=utf-8", "-a", "ip-caption=Jos\xE9"}, {}, caption("Jos\xC3\xA9")},
+      {{"-a", "ip-caption=\xE9\x9B\xAA"},
+       {},
+       caption("\xB3\xB7"),
+       "",
+       {"ORVALE_CS_LOCAL=utf-8", "ORVALE_CS_IPTC=big5"}},
+      // Limits count bytes of the stored set.
+      {{"-q", "-p", "local=utf-8,iptc=iso-8859-1", "-a",
+        "ip-object=\xC3\xA9" + std::string(62, 'x')},
+       {},
+       iptc(datasets({version(2), dataset(2, 5, "\xE9" + std::string(62, 'x'))}), kNewBlockName)},
+      // What comes before a character that has no place in the set is kept.
+      {{"-q", "-p", "local=utf-8,iptc=ascii", "-a", "ip-caption=ab\xC3\xA9 cd"}, {}, caption("ab")},
+  });
+  // Read in one set and stored in another; a dataset not edited keeps its bytes.
+  Chain described = camera();
+  set(described[0], text(0x010E, "Jos\xC3\xA9"));
+  check_edit({{"-p", "local=utf-8,iptc=iso-8859-1", "-a", "description=[ip-caption],ip-city=a"},
+              jpeg({source_exif(true, camera()),
+                    iptc(datasets({version(2), dataset(2, 120, "Jos\xE9")})), picture()}),
+              jpeg({written_exif(true, described),
+                    iptc(datasets({version(2), dataset(2, 90, "a"), dataset(2, 120, "Jos\xE9")})),
+                    picture()})},
+             "photo.jpg");
+}
+
+/// The IPTC field of a TIFF file: LONGs in the file's order that lie as the bytes of the datasets.
+Entry iptc_field(bool big_endian, Bytes content) {
+  content.resize((content.size() + 3) / 4 * 4);
+  Numbers numbers;
+  for (std::size_t at = 0; at < content.size(); at += 4) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+      number |= static_cast<std::uint32_t>(content[at + i]) << 8 * (big_endian ? 3 - i : i);
+    }
+    numbers.push_back(number);
+  }
+  return longs(0x83BB, numbers);
+}
+
+TEST(IptcEdit, TiffFiles) {
+  Ifd page = ifd_of({shorts(0x0100, {16}), image_locator(0x0111, kLong),
+                     image_locator(0x0117, kLong), rationals(0x011A, {72, 1})});
+  page.images = {noise(65, 1), noise(64, 2)};
+  for (const bool big : {false, true}) {
+    const auto with = [&page, big](const Bytes& content, const Bytes& area) {
+      Chain chain = {page, page};
+      chain[0].entries.push_back(iptc_field(big, content));
+      chain[0].entries.push_back(octets(0x8649, kByte, area));
+      return chain;
+    };
+    const Chain plain = {page, page};
+    const Bytes old_content = datasets({version(2), kOne, kCaption});
+    const Bytes new_content = datasets({version(2), kOne, dataset(2, 120, "New caption!")});
+    const Bytes first_content = datasets({version(2), dataset(2, 120, "New caption!")});
+    const Bytes digest = resource(1061, "", noise(16, 4));
+    const Bytes shape = resource(1005, "Name", noise(7, 5));
+    const auto area = [&](const Bytes& content) {
+      return joined({shape, resource(1028, "", content), digest});
+    };
+    struct {
+      Words arguments;
+      Chain source;
+      Chain expected;
+    } const cases[] = {
+        {{"-a", "ip-caption=New caption!"},
+         plain,
+         with(first_content, resource(1028, kNewBlockName, first_content))},
+        {{"-a", "ip-caption=New caption!"},
+         with(old_content, area(old_content)),
+         with(new_content, area(new_content))},
+        {{"-r", "ip-keyword,ip-caption,ip-version"},
+         with(old_content, resource(1028, "", old_content)),
+         plain},
+        {{"-a", "x-res=72"},
+         with(old_content, area(old_content)),
+         with(old_content, area(old_content))},
+    };
+    for (const auto& wanted : cases) {
+      check_edit({wanted.arguments, scattered_tiff(big, wanted.source),
+                  written_tiff(big, wanted.expected)},
+                 "photo.tif");
+    }
+  }
+}
+
+TEST(IptcEdit, DamagedBlocks) {
+  const Bytes block = resource(1028, "", datasets({version(2), kCaption}));
+  const auto photoshop = [](const Bytes& resources) { return app13_photoshop({resources}); };
+  const std::string kept =
+      "Warning: File photo.jpg: some metadata could not be read, original kept as 'photo-be.jpg'\n";
+  const Bytes edited =
+      photoshop(resource(1028, "", datasets({version(2), dataset(2, 120, "New")})));
+  Bytes overlong = datasets({version(2), dataset(2, 25, "word")});
+  overlong[overlong.size() - 5] = 200;  // the length of the last value
+  const Bytes cut_word = datasets({version(2), dataset(2, 25, "word"), dataset(2, 120, "New")});
+  struct {
+    Bytes source;
+    Bytes expected;
+    std::string err;
+  } const partly[] = {
+      {photoshop(joined({block, bytes_of("8BIX"), noise(20, 1)})), edited, kept},
+      {photoshop(resource(1028, "", joined({version(2), {0x42, 0x42}, kCaption}))), edited,
+       "Warning: IPTC Caption field mark missing (4242)\n" + kept},
+      {photoshop(resource(1028, "", overlong)), photoshop(resource(1028, "", cut_word)),
+       "Warning: IPTC Field ip-keyword long than remaining data length, truncating\n" + kept},
+      {photoshop(resource(1028, "",
+                          datasets({version(2), dataset(2, 90, "one"), dataset(2, 90, "two")}))),
+       photoshop(resource(1028, "",
+                          datasets({version(2), dataset(2, 90, "one"), dataset(2, 120, "New")}))),
+       kept},
+  };
+  for (const auto& wanted : partly) {
+    const Bytes source = jpeg({wanted.source, picture()});
+    const Sandbox sandbox({{"photo.jpg", source}});
+    expect_outcome(sandbox.run({"-b", "-a", "ip-caption=New", "photo.jpg"}), 0, "", wanted.err);
+    expect_files(sandbox,
+                 {{"photo.jpg", jpeg({wanted.expected, picture()})}, {"photo-be.jpg", source}});
+  }
+
+  const Bytes name_past_the_end =
+      photoshop(joined({block, bytes_of("8BIM"), big16(1005), {200}, noise(30, 1)}));
+  const Files ended = {{"photo.jpg", jpeg({name_past_the_end, picture()})}};
+  const Sandbox ends(ended);
+  expect_outcome(ends.run({"-a", "ip-caption=New", "photo.jpg"}), 255, "",
+                 "Error: Attempt to read past end of buffer in get_bytes()\n");
+  expect_files(ends, ended);
+
+  // A block that would pass the size of a segment leaves the file as it is.
+  const Files full = {
+      {"photo.jpg", jpeg({photoshop(resource(1005, "", noise(65480, 1))), picture()})}};
+  const Sandbox too_large(full);
+  expect_outcome(too_large.run({"-a", "ip-caption=" + std::string(60, 'x'), "photo.jpg"}), 0, "",
+                 "Error: File photo.jpg: EXIF data structure too long\n");
+  expect_files(too_large, full);
+
+  // Of 300 resources the store holds 200; the original stays.
+  Bytes many;
+  for (std::uint16_t i = 0; i < 300; ++i) {
+    many = joined({many, resource(static_cast<std::uint16_t>(2000 + i), "", {1, 2})});
+  }
+  const Bytes source = jpeg({photoshop(many), picture()});
+  const Sandbox crowded({{"photo.jpg", source}});
+  const Outcome outcome = crowded.run({"-b", "-a", "ip-caption=New", "photo.jpg"});
+  EXPECT_EQ(outcome.status, 0);
+  const Files files = crowded.files();
+  EXPECT_TRUE(files.at(files.contains("photo-be.jpg") ? "photo-be.jpg" : "photo.jpg") == source);
+}
+
+}  // namespace
+}  // namespace tagmend::test
