@@ -45,7 +45,7 @@ void install_handlers() {
   for (const int signal_number : fatal_signals) {
     struct sigaction action {};
     action.sa_handler = on_fatal_signal;
-    action.sa_flags = SA_RESETHAND;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     struct sigaction before {};
     sigaction(signal_number, &action, &before);
     // A signal that the caller chose to ignore (nohup) stays ignored.

@@ -54,6 +54,7 @@ Chain with_strips(Chain chain, std::uint32_t seed) {
   set(chain[0], image_locator(0x0111, kLong));
   set(chain[0], image_locator(0x0117, kLong));
   chain[0].images = {noise(image_size, seed), noise(128, seed + 1)};
+  chain[1].thumbnail = noise(332, seed + 2);  // no padding byte behind the last data
   return chain;
 }
 

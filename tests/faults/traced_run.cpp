@@ -106,11 +106,6 @@ bool answer_instead(pid_t, std::int64_t) { return false; }
 bool set_argument(pid_t, int, std::uint64_t) { return false; }
 #endif
 
-bool make_fail(pid_t process, const SystemCall& call, int error) {
-  // The program's break answers a failure by staying where it is.
-  if (call.row->number == SYS_brk) return set_argument(process, 0, 0);
-  return answer_instead(process, -error);
-}
 
 bool make_short(pid_t process, const SystemCall& call) {
   const int argument = call.row->length_argument;
@@ -118,10 +113,13 @@ bool make_short(pid_t process, const SystemCall& call) {
   return set_argument(process, argument, std::max<std::uint64_t>(1, length / 2));
 }
 
-bool meddle(pid_t process, const SystemCall& call, const Meddling& meddling) {
+/// `unchanged_break` is the end of the heap: brk answers a failure by leaving it where it is.
+bool meddle(pid_t process, const SystemCall& call, const Meddling& meddling,
+            std::int64_t unchanged_break) {
   switch (meddling.deed) {
     case Meddling::Deed::fail:
-      return make_fail(process, call, meddling.number);
+      return answer_instead(process,
+                            call.row->number == SYS_brk ? unchanged_break : -meddling.number);
     case Meddling::Deed::shorten:
       return make_short(process, call);
     case Meddling::Deed::signal:
@@ -163,6 +161,8 @@ struct Watch {
   bool started = false;
   std::size_t count = 0;
   bool done = false;  ///< the program runs on by itself
+  bool in_brk = false;
+  std::int64_t heap_end = 0;
 
   // The loader and the C library use absolute paths only.
   void note_start(const SystemCall& call) {
@@ -174,6 +174,7 @@ struct Watch {
     SystemCall call;
     call.row = find_failing_call(info.entry.nr);
     if (call.row == nullptr) return true;
+    in_brk = call.row->number == SYS_brk;
     std::copy_n(std::begin(info.entry.args), call.arguments.size(), call.arguments.begin());
     if (const int place = call.row->path_argument; place >= 0) {
       call.path = text_at(process, call.arguments.at(static_cast<std::size_t>(place)));
@@ -183,12 +184,14 @@ struct Watch {
     call.index = count++;
     const Meddling meddling = meddler(call);
     done = meddling.is_last;
-    return meddle(process, call, meddling);
+    return meddle(process, call, meddling, heap_end);
   }
 
   bool see_stop() {
     __ptrace_syscall_info info{};
     if (::ptrace(PTRACE_GET_SYSCALL_INFO, process, sizeof info, &info) <= 0) return false;
+    if (info.op == PTRACE_SYSCALL_INFO_EXIT && in_brk) heap_end = info.exit.rval;
+    if (info.op == PTRACE_SYSCALL_INFO_EXIT) in_brk = false;
     return info.op != PTRACE_SYSCALL_INFO_ENTRY || see_entry(info);
   }
 

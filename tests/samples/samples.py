@@ -48,7 +48,7 @@ IPTC = [
      {"Iptc.Application2.Caption": ["Harbour at dawn"]}),
     ("clear", ["-q", "-r", "ip-keyword"], {"IPTC:Keywords": []}, {"Iptc.Application2.Keywords": []}),
     ("keywords", ["-a", "ip-keyword=harbour;dawn;boats"],
-     {"IPTC:Keywords": ["harbour", "dawn", "boats"]},
+     {"IPTC:Keywords": ["harbour, dawn, boats"]},
      {"Iptc.Application2.Keywords": ["harbour", "dawn", "boats"]}),
     ("names", ["-a", "ip-byline=J. Doe,ip-city=Split"], {"IPTC:By-line": ["J. Doe"], "IPTC:City": ["Split"]},
      {"Iptc.Application2.Byline": ["J. Doe"], "Iptc.Application2.City": ["Split"]}),
@@ -57,15 +57,16 @@ IPTC = [
      {"Iptc.Application2.DateCreated": ["2004-05-01"],
       "Iptc.Application2.TimeCreated": ["10:20:30+01:00"]}),
     ("rights", ["-a", "ip-copyrighted=yes,ip-url=http://example.org"],
-     {"Photoshop:CopyrightFlag": ["1"], "Photoshop:URL": ["http://example.org"]}, {}),
+     {"Photoshop:CopyrightFlag": ["1 0"], "Photoshop:URL": ["http://example.org"]}, {}),
     ("replace", ["-a", "ip-caption=Night"], {"IPTC:Caption-Abstract": ["Night"]},
      {"Iptc.Application2.Caption": ["Night"]}),
     ("remove", ["-r", "ip-keyword"], {"IPTC:Keywords": []}, {"Iptc.Application2.Keywords": []}),
 ]
-# Fields that come with a new IFD or record.
+# Fields that come with a new IFD or record; and a copyright flag is carried over as four bytes.
 COMPANIONS = {"GPS:GPSVersionID", "ExifIFD:ExifVersion", "IFD0:Software", "IPTC:ApplicationRecordVersion",
+              "IPTC:EnvelopeRecordVersion", "Iptc.Envelope.ModelVersion",
               "Exif.GPSInfo.GPSVersionID", "Exif.Photo.ExifVersion", "Exif.Image.Software",
-              "Iptc.Application2.RecordVersion"}
+              "Iptc.Application2.RecordVersion", "Photoshop:CopyrightFlag"}
 # What moves with the data or describes the file rather than the photograph.
 EXIFTOOL_GROUPS_LEFT_OUT = {"ExifTool", "System", "Composite"}
 TAGS_LEFT_OUT = {"ThumbnailOffset", "PreviewImageStart", "StripOffsets", "OtherImageStart",
