@@ -10,7 +10,11 @@ set(CMAKE_POSITION_INDEPENDENT_CODE OFF)
 target_compile_options(tagmend_options INTERFACE -fno-pie)
 target_link_options(tagmend_options INTERFACE -no-pie)
 
-if(TAGMEND_SANITIZE)
+if(TAGMEND_FUZZ)
+  target_compile_options(tagmend_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+if(TAGMEND_SANITIZE OR TAGMEND_FUZZ)
   target_compile_options(tagmend_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
   target_link_options(tagmend_options INTERFACE -fsanitize=address,undefined)

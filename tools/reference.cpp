@@ -41,10 +41,11 @@ std::string cell(const std::string& text) {
 std::string name_in_code(const std::string& name) {
   if (name.empty()) return "(empty)";
   const std::size_t end = name.find_last_not_of(' ') + 1;
-  std::string text = "`" + cell(name) + "`";
+  std::string text("`");
+  text.append(cell(name)).append("`");
   if (end < name.size()) {
     const std::size_t blanks = name.size() - end;
-    text += " and " + std::to_string(blanks) + (blanks == 1 ? " blank" : " blanks");
+    text.append(" and ").append(std::to_string(blanks)).append(blanks == 1 ? " blank" : " blanks");
   }
   return text;
 }
@@ -52,9 +53,12 @@ std::string name_in_code(const std::string& name) {
 std::string value_list(const std::vector<ValueName>& values) {
   std::string list;
   for (const ValueName& value : values) {
-    list += (list.empty() ? "" : "; ") + name_in_code(value.nickname);
-    if (value.short_code != value.nickname) list += " (" + name_in_code(value.short_code) + ")";
-    if (value.description != value.nickname) list += " " + cell(value.description);
+    if (!list.empty()) list.append("; ");
+    list.append(name_in_code(value.nickname));
+    if (value.short_code != value.nickname) {
+      list.append(" (").append(name_in_code(value.short_code)).append(")");
+    }
+    if (value.description != value.nickname) list.append(" ").append(cell(value.description));
   }
   return list;
 }

@@ -5,8 +5,8 @@
 
 namespace tagmend {
 
-/// Applies one -p argument ("local=utf-8,iptc=iso-8859-1") to the settings. Returns 0, or 1 when any
-/// item was refused (after its message); the other items hold.
+/// Applies one -p argument ("local=utf-8,iptc=iso-8859-1") to the settings. Returns 0, or 1 when
+/// any item was refused (after its message); the other items hold.
 int cs_parse_option(std::string_view argument);
 
 }  // namespace tagmend

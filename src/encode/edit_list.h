@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-
 #include <string_view>
 
 #include "encode/field_list.h"

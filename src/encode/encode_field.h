@@ -16,9 +16,9 @@ inline constexpr std::size_t encoded_limit = 2000;
 
 /// How a value is to be stored.
 struct EncodeTarget {
-  bool big_endian = true;             ///< byte order of the IFD that gets it
-  std::int32_t layout = any_layout;   ///< maker-note kind of the file
-  bool early_check = false;           ///< check only: a value that depends on the file passes
+  bool big_endian = true;            ///< byte order of the IFD that gets it
+  std::int32_t layout = any_layout;  ///< maker-note kind of the file
+  bool early_check = false;          ///< check only: a value that depends on the file passes
 };
 
 /// Encodes `text` for a dictionary row into `output` (at least encoded_limit bytes) and counts its

@@ -17,7 +17,8 @@ inline constexpr std::size_t list_limit = 2048;   ///< characters of a list from
 using NameText = std::array<char, name_limit + 1>;
 using ValueText = std::array<char, value_limit + 1>;
 
-/// A list being read: the text, which the escape rule changes in place, and how far it has been read.
+/// A list being read: the text, which the escape rule changes in place, and how far it has been
+/// read.
 struct ListText {
   std::span<char> text;  ///< without a terminating NUL
   std::size_t pos = 0;

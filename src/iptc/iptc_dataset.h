@@ -1,5 +1,5 @@
-// The dictionary of IPTC datasets (IPTC IIM 4) and of the Photoshop image resources that are treated
-// like them.
+// The dictionary of IPTC datasets (IPTC IIM 4) and of the Photoshop image resources that are
+// treated like them.
 #pragma once
 
 #include <array>
@@ -26,14 +26,14 @@ inline constexpr std::uint16_t resource_url = 1035;
 inline constexpr std::uint16_t resource_exif = 1058;
 
 struct IptcDatasetDef {
-  std::uint16_t resource;     ///< Photoshop image resource; 0 for the catch-all row
+  std::uint16_t resource;  ///< Photoshop image resource; 0 for the catch-all row
   std::uint16_t record;
   std::uint16_t dataset;
   const char* nickname;
   const char* description;
   DatasetType type;
-  std::uint16_t max_length;   ///< bytes of a text; 1 for a number
-  std::uint16_t max_count;    ///< 1, or 999 for datasets that may repeat
+  std::uint16_t max_length;  ///< bytes of a text; 1 for a number
+  std::uint16_t max_count;   ///< 1, or 999 for datasets that may repeat
   bool editable;
   const ValueMapEntry* value_map;             ///< of rows of maximum length 1
   const ValueMapBytesEntry* value_map_bytes;  ///< of the others

@@ -10,16 +10,16 @@
 
 namespace tagmend {
 
-/// Opens a file for reading by its name and fills the identity members of the ImageFile; null after a
-/// message.
+/// Opens a file for reading by its name and fills the identity members of the ImageFile; null after
+/// a message.
 MFileHandle open_image_file(std::string_view directory, const char* file_name, ImageFile& image);
 
 /// The type of the file whose first bytes the cursor stands on. On a match the cursor takes the
 /// signature's byte order and skips the signature.
 FileType detect_file_type(ByteCursor& cursor);
 
-/// Opens a file and names its type: ok (the file stands at its start), cannot_open_file, seek_failed
-/// or unknown_file_type (also for files of fewer than 50 bytes).
+/// Opens a file and names its type: ok (the file stands at its start), cannot_open_file,
+/// seek_failed or unknown_file_type (also for files of fewer than 50 bytes).
 ErrorCode open_and_identify(const char* file_name, const char* mode, FileType& type,
                             MFileHandle& file);
 

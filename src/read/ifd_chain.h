@@ -26,7 +26,7 @@ struct IfdChain {
   IfdKind kind = IfdKind::unknown;  ///< of the IFD in work
   IfdPlace place;                   ///< of the IFD in work
   std::uint32_t format_errors = 0;
-  bool ended = false;               ///< the last IFD of the chain has been read
+  bool ended = false;  ///< the last IFD of the chain has been read
   WorkBuffer ifd_buffer;
   WorkBuffer value_buffer;
   WorkBuffer array_buffer;

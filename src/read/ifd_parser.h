@@ -1,5 +1,5 @@
-// IFDs (TIFF 6.0, section 2) into the field table: every field of every IFD that can be reached, past
-// damaged entries up to a fixed number of format errors.
+// IFDs (TIFF 6.0, section 2) into the field table: every field of every IFD that can be reached,
+// past damaged entries up to a fixed number of format errors.
 #pragma once
 
 #include <cstdint>
@@ -20,9 +20,9 @@ inline constexpr std::uint16_t max_ifd_level = 8;
 /// How many IFDs of one file are read: a loop of offsets ends here.
 inline constexpr std::uint16_t max_ifds = 250;
 
-/// Reads the chain of IFDs at `offset` (from the cursor's base) and all IFDs nested in it. `parent` is
-/// the tag of the pointer that led here, or a root code. Returns the result of the first entry that
-/// failed, else ok.
+/// Reads the chain of IFDs at `offset` (from the cursor's base) and all IFDs nested in it. `parent`
+/// is the tag of the pointer that led here, or a root code. Returns the result of the first entry
+/// that failed, else ok.
 ErrorCode parse_ifd(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
                     std::uint16_t level, std::uint32_t seq, ReadContext& context);
 

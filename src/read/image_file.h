@@ -46,11 +46,11 @@ inline const FileTypeInfo& file_type_info(FileType type) {
 
 /// What the reader tells of the IFD that an entry was read from; the same for all its entries.
 struct IfdPlace {
-  std::uint16_t id = 0;             ///< tells IFDs of one file apart: a number in reading order
-  std::uint32_t parent = 0;         ///< tag of the pointer that led to it, or a root code
-  std::int64_t source_base = 0;     ///< file offset in the source from which its offsets count
-  bool big_endian = false;          ///< byte order of the IFD and of its values in the source
-  bool display_only = false;        ///< shown but not written: another entry holds its bytes
+  std::uint16_t id = 0;          ///< tells IFDs of one file apart: a number in reading order
+  std::uint32_t parent = 0;      ///< tag of the pointer that led to it, or a root code
+  std::int64_t source_base = 0;  ///< file offset in the source from which its offsets count
+  bool big_endian = false;       ///< byte order of the IFD and of its values in the source
+  bool display_only = false;     ///< shown but not written: another entry holds its bytes
 };
 
 /// One field of the file.
@@ -65,12 +65,12 @@ struct FieldEntry {
   std::uint32_t value_pos = 0;   ///< file offset of the value's bytes in the source
   std::uint16_t type = 0;        ///< data type code as stored
   std::uint32_t count = 0;       ///< as stored
-  std::span<const std::uint8_t> data{};    ///< a value set by an edit, when longer than 4 bytes
-  std::array<std::uint8_t, 4> raw{};       ///< the entry's value field as it lies in the file
-  bool edited = false;                     ///< set by an edit: `raw` or `data` hold the value
-  IfdPlace ifd;                            ///< the IFD it belongs to
-  std::array<char, 30> name{};             ///< the field's description
-  std::array<char, 2000> text{};           ///< the value as display text
+  std::span<const std::uint8_t> data{};  ///< a value set by an edit, when longer than 4 bytes
+  std::array<std::uint8_t, 4> raw{};     ///< the entry's value field as it lies in the file
+  bool edited = false;                   ///< set by an edit: `raw` or `data` hold the value
+  IfdPlace ifd;                          ///< the IFD it belongs to
+  std::array<char, 30> name{};           ///< the field's description
+  std::array<char, 2000> text{};         ///< the value as display text
 };
 
 inline constexpr std::uint32_t field_table_capacity = 200;
@@ -113,22 +113,22 @@ struct ImageFile {
   bool maker_note_big_endian = false;  ///< byte order of the maker note
   std::array<char, 256> file_name{};   ///< as given; cut at 255 characters
   std::array<char, 256> directory{};
-  std::array<char, 256> path{};        ///< directory, "/" and file name
+  std::array<char, 256> path{};  ///< directory, "/" and file name
   FileType file_type = FileType::fujifilm_raf;
-  std::uint32_t file_size = 0;         ///< low 32 bits
+  std::uint32_t file_size = 0;  ///< low 32 bits
   LocalTimeText modified{};
   LocalTimeText changed{};
   DateTakenParts date_taken;
   std::uint32_t thumbnail_offset = 0;  ///< file offset
   std::uint32_t thumbnail_length = 0;
   JpegSegments segments;
-  std::uint32_t image_width = 0;       ///< of the last JPEG frame header; 0 when unknown
+  std::uint32_t image_width = 0;  ///< of the last JPEG frame header; 0 when unknown
   std::uint32_t image_height = 0;
-  std::uint16_t ifd_count = 0;         ///< IFDs read so far; gives IfdPlace::id
-  std::int64_t tiff_header_pos = 0;    ///< file offset of the TIFF header
-  bool incomplete = false;             ///< metadata was met that could not be read whole
-  bool images_unread = false;          ///< IFDs of images (pages, sub-images) were not reached
-  FileIdentity identity;               ///< of the file as it was read
+  std::uint16_t ifd_count = 0;       ///< IFDs read so far; gives IfdPlace::id
+  std::int64_t tiff_header_pos = 0;  ///< file offset of the TIFF header
+  bool incomplete = false;           ///< metadata was met that could not be read whole
+  bool images_unread = false;        ///< IFDs of images (pages, sub-images) were not reached
+  FileIdentity identity;             ///< of the file as it was read
   std::array<FieldEntry, field_table_capacity> fields;
 
   [[nodiscard]] std::span<FieldEntry> table() { return {fields.data(), field_count}; }
@@ -141,7 +141,8 @@ void reset_image_file(ImageFile& image);
 /// Appends a copy of an entry; too_many_fields when the table is full.
 ErrorCode append_field(ImageFile& image, const FieldEntry& entry);
 
-/// Order of a sorted table: kind, level, seq, low then high 16 bits of the tag. Negative, 0, positive.
+/// Order of a sorted table: kind, level, seq, low then high 16 bits of the tag. Negative, 0,
+/// positive.
 int compare_entries(const FieldEntry& left, const FieldEntry& right);
 
 }  // namespace tagmend

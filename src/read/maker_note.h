@@ -1,5 +1,5 @@
-// Maker notes: which camera maker's layout applies, where its IFD starts, from where its offsets count
-// and in which byte order it is stored.
+// Maker notes: which camera maker's layout applies, where its IFD starts, from where its offsets
+// count and in which byte order it is stored.
 #pragma once
 
 #include <array>
@@ -13,10 +13,10 @@
 namespace tagmend {
 
 enum class MakerStructure : std::uint16_t {
-  value = 0,         ///< not an IFD: an ordinary field
-  shared_base = 1,   ///< offsets count from the base of the enclosing EXIF data
-  own_base = 2,      ///< offsets count from the maker note's start
-  tiff_header = 3,   ///< a TIFF header of its own stands behind the prefix
+  value = 0,        ///< not an IFD: an ordinary field
+  shared_base = 1,  ///< offsets count from the base of the enclosing EXIF data
+  own_base = 2,     ///< offsets count from the maker note's start
+  tiff_header = 3,  ///< a TIFF header of its own stands behind the prefix
 };
 
 enum class MakerByteOrder : std::uint16_t { as_file = 0, big_endian = 1, little_endian = 2 };
@@ -27,10 +27,10 @@ struct MakerDef {
   bool is_ifd;
   MakerStructure structure;
   MakerByteOrder byte_order;
-  std::uint16_t header_length;            ///< of the prefix: the IFD's offset from the start
-  std::array<std::uint8_t, 12> prefix;    ///< header_length of them count
+  std::uint16_t header_length;          ///< of the prefix: the IFD's offset from the start
+  std::array<std::uint8_t, 12> prefix;  ///< header_length of them count
   const char* make;
-  const char* model;                      ///< empty matches any model
+  const char* model;  ///< empty matches any model
 };
 
 inline constexpr std::uint32_t maker_generic = 0;
@@ -51,8 +51,8 @@ std::uint32_t find_maker(std::optional<std::string_view> make, std::string_view 
 bool recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& alternate,
                           std::uint32_t& kind);
 
-/// Sets the cursor's base and byte order for the maker note at `offset` and returns the offset of its
-/// IFD from the new base.
+/// Sets the cursor's base and byte order for the maker note at `offset` and returns the offset of
+/// its IFD from the new base.
 std::uint32_t enter_maker_note(ByteCursor& cursor, std::uint32_t offset, ImageFile& image);
 
 }  // namespace tagmend

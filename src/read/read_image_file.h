@@ -10,9 +10,9 @@
 
 namespace tagmend {
 
-/// Reads the metadata of the file `file_name` (in the current directory, `directory` is for messages
-/// and templates), or of `memory` when it is not empty, into the context's records. `sort` orders the
-/// table with compare_entries. The result is that of the reader that failed first.
+/// Reads the metadata of the file `file_name` (in the current directory, `directory` is for
+/// messages and templates), or of `memory` when it is not empty, into the context's records. `sort`
+/// orders the table with compare_entries. The result is that of the reader that failed first.
 ErrorCode read_image_file(ReadContext& context, std::string_view directory, const char* file_name,
                           std::span<std::uint8_t> memory, bool sort);
 

@@ -1,6 +1,6 @@
 // ByteCursor: a bounded position in a byte buffer, through which every reader and writer of binary
-// metadata walks. An access that would leave the buffer is not performed: a message is printed and a
-// fixed marker value comes back instead of data. All places are kept as distances from the first
+// metadata walks. An access that would leave the buffer is not performed: a message is printed and
+// a fixed marker value comes back instead of data. All places are kept as distances from the first
 // byte of the buffer, so that no pointer can leave it.
 #pragma once
 
@@ -23,7 +23,7 @@ struct ByteCursor {
   std::uint32_t segment_len = 0;   ///< length field of the JPEG segment the cursor stands in
   std::int64_t segment_end = 0;    ///< buffer offset one past that segment
   bool big_endian = false;         ///< numbers are stored most significant byte first ("MM")
-  std::int64_t offset_base = 0;    ///< buffer offset from which stored offsets count; may be negative
+  std::int64_t offset_base = 0;  ///< buffer offset from which stored offsets count; may be negative
 
   /// Bytes from the position to the end of the buffer.
   [[nodiscard]] std::span<std::uint8_t> rest() const { return buffer.subspan(pos); }
@@ -36,8 +36,8 @@ struct ByteCursor {
 inline constexpr std::uint32_t unreadable_u32 = 0xDEADBEAF;
 inline constexpr std::uint16_t unreadable_u16 = 0xDEAD;
 
-/// Sets the cursor up over a buffer whose first byte lies at `file_pos` of `file` (may be null). The
-/// byte order is left as it is: every caller sets it.
+/// Sets the cursor up over a buffer whose first byte lies at `file_pos` of `file` (may be null).
+/// The byte order is left as it is: every caller sets it.
 void cursor_init(ByteCursor& cursor, MFILE* file, std::span<std::uint8_t> buffer,
                  std::uint32_t file_pos);
 
@@ -61,8 +61,9 @@ void cursor_put_u32(ByteCursor& cursor, std::uint32_t value);
 void cursor_put_bytes(ByteCursor& cursor, std::span<const std::uint8_t> bytes);
 
 /// Places the cursor on a stored offset (counted from offset_base), refilling from the file into
-/// `alternate` when it lies outside the buffer (null: no refill possible). Returns ok, end_of_buffer
-/// (no alternate), seek_failed, read_failed or invalid_offset (65535 or more in a JPEG).
+/// `alternate` when it lies outside the buffer (null: no refill possible). Returns ok,
+/// end_of_buffer (no alternate), seek_failed, read_failed or invalid_offset (65535 or more in a
+/// JPEG).
 ErrorCode cursor_seek_offset(ByteCursor& cursor, std::uint32_t offset, WorkBuffer* alternate);
 
 }  // namespace tagmend

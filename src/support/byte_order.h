@@ -1,5 +1,5 @@
-// Numbers in stored bytes: TIFF 6.0 stores them in either order, JPEG and IPTC most significant byte
-// first. The spans fix the size, so that no access can leave its field.
+// Numbers in stored bytes: TIFF 6.0 stores them in either order, JPEG and IPTC most significant
+// byte first. The spans fix the size, so that no access can leave its field.
 #pragma once
 
 #include <array>

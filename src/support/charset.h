@@ -1,7 +1,7 @@
-// Text conversion between the local, EXIF and IPTC character sets and UTF-16LE, through iconv. Every
-// conversion opens and closes its own descriptor. A failed conversion keeps what was converted and
-// prints a warning; after a failed open the output is empty. No result exceeds the output's size
-// except where a plain copy tells the input's length, as said below.
+// Text conversion between the local, EXIF and IPTC character sets and UTF-16LE, through iconv.
+// Every conversion opens and closes its own descriptor. A failed conversion keeps what was
+// converted and prints a warning; after a failed open the output is empty. No result exceeds the
+// output's size except where a plain copy tells the input's length, as said below.
 #pragma once
 
 #include <cstddef>
@@ -34,8 +34,8 @@ std::size_t cs_to_utf16(std::string_view input, std::span<std::uint8_t> output);
 /// IPTC to local; terminated; returns the bytes written + 1.
 std::size_t cs_iptc_to_local(ByteSpan input, std::span<char> output);
 
-/// Local to IPTC; returns the bytes written, or the input's length when there is no IPTC set (as many
-/// bytes as fit are then copied).
+/// Local to IPTC; returns the bytes written, or the input's length when there is no IPTC set (as
+/// many bytes as fit are then copied).
 std::size_t cs_local_to_iptc(std::string_view input, std::span<std::uint8_t> output);
 
 /// EXIF to local: terminated, returns the bytes written + 1; without an EXIF set a plain copy of as

@@ -112,8 +112,8 @@ std::size_t read_from_window(const DiskFile& file, std::span<std::uint8_t> desti
   return count;
 }
 
-/// Fills the window with zeros from its end up to `position`, as a file does where nothing was written;
-/// false when stored bytes may lie there, or when there is no room.
+/// Fills the window with zeros from its end up to `position`, as a file does where nothing was
+/// written; false when stored bytes may lie there, or when there is no room.
 bool fill_gap(const DiskFile& file, WriteWindow& window, std::int64_t position) {
   const std::int64_t end = window.start + static_cast<std::int64_t>(window.length);
   const auto room = static_cast<std::int64_t>(window.bytes.size() - window.length);

@@ -7,6 +7,7 @@ namespace tagmend {
 
 /// The result of an operation: ok, or why it failed. Any 32-bit number may be held; the numbers are
 /// fixed, gaps included, because messages print them.
+// clang-format off
 enum class [[nodiscard]] ErrorCode : std::uint32_t {
   ok = 0,
   cannot_open_file = 1,
@@ -60,6 +61,7 @@ enum class [[nodiscard]] ErrorCode : std::uint32_t {
   fatal_internal = 58,
   invalid_hex_digit = 59,
 };
+// clang-format on
 
 /// The text of a code. For codes without a text of their own it is formatted into one static buffer
 /// that the next such call overwrites: print it at once.

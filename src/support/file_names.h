@@ -14,8 +14,8 @@ using SiblingName = std::array<char, 100>;
 /// "orvale_%lx%d" with the process number and a counter of the run.
 SiblingName make_temp_name();
 
-/// `name` with `suffix` in front of its extension, which starts at its last '.', the first character
-/// included; without one at its end. False when the result does not fit (it is then cut).
+/// `name` with `suffix` in front of its extension, which starts at its last '.', the first
+/// character included; without one at its end. False when the result does not fit (it is then cut).
 [[nodiscard]] bool name_with_suffix(std::string_view name, std::string_view suffix,
                                     SiblingName& result);
 
@@ -23,10 +23,10 @@ SiblingName make_temp_name();
 /// first character; `number` above 99 counts as 99. False when the result does not fit (then cut).
 [[nodiscard]] bool numbered_name(std::string_view name, unsigned number, SiblingName& result);
 
-/// Gives a file a name that nothing has yet: `wanted`, or its first free numbered name from 1 to 99,
-/// which `wanted` then holds. `give` is called with (file, candidate) and returns 0 or -1 with
-/// errno: link or rename. An EEXIST of `give` passes on to the next candidate. Returns 0, or -1 with
-/// errno (EEXIST when all are taken, ENAMETOOLONG when a candidate does not fit).
+/// Gives a file a name that nothing has yet: `wanted`, or its first free numbered name from 1 to
+/// 99, which `wanted` then holds. `give` is called with (file, candidate) and returns 0 or -1 with
+/// errno: link or rename. An EEXIST of `give` passes on to the next candidate. Returns 0, or -1
+/// with errno (EEXIST when all are taken, ENAMETOOLONG when a candidate does not fit).
 [[nodiscard]] int give_free_name(const char* file, SiblingName& wanted,
                                  int (*give)(const char* from, const char* to));
 

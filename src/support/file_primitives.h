@@ -20,7 +20,8 @@ ErrorCode write_block_at(MFILE& file, std::uint64_t offset, std::span<const std:
                          const char* file_name);
 
 /// Reads up to block.size() bytes at a file offset and tells how many arrived. seek_failed,
-/// read_failed (nothing arrived and the handle is in error; message), end_of_buffer (fewer arrived).
+/// read_failed (nothing arrived and the handle is in error; message), end_of_buffer (fewer
+/// arrived).
 ErrorCode read_block_at(MFILE& file, std::uint64_t offset, std::span<std::uint8_t> block,
                         std::size_t& bytes_read);
 
@@ -37,8 +38,8 @@ ErrorCode read_u16_at(MFILE& file, std::uint64_t offset, std::uint16_t& value, b
 ErrorCode read_u32_at(MFILE& file, std::uint64_t offset, std::uint32_t& value, bool big_endian);
 
 /// Copies `count` bytes between the positions of two files; 0 copies to the end of the source.
-/// end_of_buffer when the source ends before (what arrived has been written), write_failed or, for a
-/// source that cannot be read, read_failed (messages).
+/// end_of_buffer when the source ends before (what arrived has been written), write_failed or, for
+/// a source that cannot be read, read_failed (messages).
 ErrorCode copy_bytes(MFILE& source, MFILE& destination, std::uint64_t count);
 
 /// Stands for "the current position" where an offset is asked for.

@@ -1,5 +1,5 @@
-// How the program speaks: which stream a message goes to, which switch silences it, and the two ways
-// in which the program ends early. All texts are printf formats; the compiler checks them.
+// How the program speaks: which stream a message goes to, which switch silences it, and the two
+// ways in which the program ends early. All texts are printf formats; the compiler checks them.
 #pragma once
 
 #define TAGMEND_PRINTF(format_index) __attribute__((format(printf, format_index, format_index + 1)))

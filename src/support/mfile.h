@@ -1,6 +1,6 @@
-// MFILE: one handle over a disk file or over a buffer in memory. Disk files are read through a small
-// window and written through a larger one, so that the many short positioned accesses of metadata
-// cost few system calls; long stretches go from file to file inside the kernel.
+// MFILE: one handle over a disk file or over a buffer in memory. Disk files are read through a
+// small window and written through a larger one, so that the many short positioned accesses of
+// metadata cost few system calls; long stretches go from file to file inside the kernel.
 #pragma once
 
 #include <cstddef>
@@ -17,15 +17,15 @@ enum class Whence : int { start = 0, position = 1, end = 2 };
 /// "wbx+" the same but fails with EEXIST when the name is taken. Null on failure, errno set.
 MFILE* mfopen(const char* path, const char* mode);
 
-/// A view of `capacity` bytes at `buffer` that already hold `length` bytes of data. The memory stays
-/// the caller's. Null after a message when the arguments make no sense.
+/// A view of `capacity` bytes at `buffer` that already hold `length` bytes of data. The memory
+/// stays the caller's. Null after a message when the arguments make no sense.
 MFILE* mfopen_memfile(void* buffer, std::uint32_t capacity, std::uint32_t length);
 
 /// A handle on the standard input; it is never closed.
 MFILE* mfopen_stdin();
 
-/// Reads `count` items of `size` bytes; returns how many whole items arrived. A partial last item is
-/// copied but not counted.
+/// Reads `count` items of `size` bytes; returns how many whole items arrived. A partial last item
+/// is copied but not counted.
 std::size_t mfread(void* destination, std::size_t size, std::size_t count, MFILE& file);
 
 /// Writes `count` items of `size` bytes; returns how many whole items were taken. On a disk file a
@@ -53,9 +53,9 @@ int mfclose(MFILE* file);
 int mfdescriptor(const MFILE& file);
 
 /// Copies up to `count` bytes from the position of one file to the position of the other, in the
-/// kernel where both are disk files and the stretch is long. Both positions advance. Returns how many
-/// bytes were copied; fewer than `count` means the end of the source, or an error that mferror of
-/// one of the two tells.
+/// kernel where both are disk files and the stretch is long. Both positions advance. Returns how
+/// many bytes were copied; fewer than `count` means the end of the source, or an error that mferror
+/// of one of the two tells.
 std::uint64_t mfcopy(MFILE& source, MFILE& destination, std::uint64_t count);
 
 /// Closes a handle whose close result nobody needs (files opened for reading).

@@ -13,7 +13,8 @@ namespace tagmend {
 /// message when `size` is 0 or the heap is exhausted. `line` is kept in the block's header.
 void* exif_malloc(std::uint32_t size, const char* tag, int line);
 
-/// Releases a block that exif_malloc returned. A block of another tag ends the program (status 255).
+/// Releases a block that exif_malloc returned. A block of another tag ends the program (status
+/// 255).
 void exif_mfree(void* block, const char* tag);
 
 /// Releases through exif_mfree with the tag that the owner expects.

@@ -245,8 +245,8 @@ void apply_edit(EditContext& context, EditList& edits, EditEntry& edit, ErrorCod
   if (result != ErrorCode::field_not_present) pending = result;
 }
 
-// Elements of array fields, and fields of a maker note that is carried over as one value, were stored
-// for display only.
+// Elements of array fields, and fields of a maker note that is carried over as one value, were
+// stored for display only.
 void delete_display_entries(ImageFile& image) {
   for (FieldEntry& entry : image.table()) {
     if (entry.tag > 0xFFFF || entry.ifd.display_only) entry.index = deleted_index;

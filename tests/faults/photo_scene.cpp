@@ -15,6 +15,9 @@ namespace {
 // Long enough for the kernel to copy the image from file to file.
 constexpr std::size_t image_size = 70'000;
 
+constexpr std::string_view old_caption = "Caption";
+constexpr std::string_view new_caption = "Another";
+
 // The photographs are private; nothing that comes of them may be less so.
 constexpr mode_t photo_mode = 0640;
 
@@ -23,12 +26,13 @@ struct Pair {
   Bytes after;
 };
 
-Bytes photoshop(const char* caption) {
-  return app13_photoshop(
-      {resource(1005, "", noise(16, 8)),
-       resource(1028, "",
-                joined({dataset(2, 0, Bytes{0, 2}), dataset(2, 25, "word"),
-                        dataset(2, 120, caption)}))});
+// A whole number of LONGs, as a TIFF file holds them.
+Bytes iptc_data(std::string_view caption) {
+  return joined({dataset(2, 0, Bytes{0, 2}), dataset(2, 25, "word"), dataset(2, 120, caption)});
+}
+
+Bytes resources(std::string_view caption) {
+  return joined({resource(1005, "", noise(16, 8)), resource(1028, "", iptc_data(caption))});
 }
 
 Chain signed_camera() {
@@ -38,30 +42,47 @@ Chain signed_camera() {
 }
 
 Bytes long_jpeg(const Bytes& exif_segment, const Bytes& app13, std::uint32_t seed) {
-  return joined({jpeg({app0_jfif(), exif_segment, app13, app2_icc(), picture()}),
-                 noise(image_size, seed)});
+  return joined(
+      {jpeg({app0_jfif(), exif_segment, app13, app2_icc(), picture()}), noise(image_size, seed)});
 }
 
 Pair jpeg_pair(bool iptc, bool big_endian, std::uint32_t seed) {
   const Bytes source = source_exif(big_endian, camera());
-  const Bytes before = long_jpeg(source, photoshop("A caption"), seed);
-  return iptc ? Pair{before, long_jpeg(source, photoshop("Another"), seed)}
+  const Bytes before = long_jpeg(source, app13_photoshop({resources(old_caption)}), seed);
+  return iptc ? Pair{before, long_jpeg(source, app13_photoshop({resources(new_caption)}), seed)}
               : Pair{before, long_jpeg(written_exif(big_endian, signed_camera()),
-                                       photoshop("A caption"), seed)};
+                                       app13_photoshop({resources(old_caption)}), seed)};
 }
 
-Chain with_strips(Chain chain, std::uint32_t seed) {
+/// The same bytes as LONGs of the file's byte order.
+Entry iptc_field(const Bytes& content, bool big_endian) {
+  Numbers numbers;
+  for (std::size_t at = 0; at + 4 <= content.size(); at += 4) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+      number |= static_cast<std::uint32_t>(content[at + i]) << 8 * (big_endian ? 3 - i : i);
+    }
+    numbers.push_back(number);
+  }
+  return longs(0x83BB, numbers);
+}
+
+/// The camera's fields with strips and with IPTC data in IFD0.
+Bytes tiff(Bytes (*lay_out)(bool, const Chain&), bool big_endian, Chain chain,
+           std::string_view caption, std::uint32_t seed) {
   set(chain[0], image_locator(0x0111, kLong));
   set(chain[0], image_locator(0x0117, kLong));
+  set(chain[0], iptc_field(iptc_data(caption), big_endian));
+  set(chain[0], octets(0x8649, kByte, resources(caption)));
   chain[0].images = {noise(image_size, seed), noise(128, seed + 1)};
   chain[1].thumbnail = noise(332, seed + 2);  // no padding byte behind the last data
-  return chain;
+  return lay_out(big_endian, chain);
 }
 
-// A TIFF file holds no IPTC data that could be edited: it is written anew as it was.
 Pair tiff_pair(bool iptc, bool big_endian, std::uint32_t seed) {
-  return {scattered_tiff(big_endian, with_strips(camera(), seed)),
-          written_tiff(big_endian, with_strips(iptc ? camera() : signed_camera(), seed))};
+  return {tiff(scattered_tiff, big_endian, camera(), old_caption, seed),
+          iptc ? tiff(written_tiff, big_endian, camera(), new_caption, seed)
+               : tiff(written_tiff, big_endian, signed_camera(), old_caption, seed)};
 }
 
 Scene make_scene(bool tiff, bool iptc, bool keep_backup) {
@@ -71,7 +92,8 @@ Scene make_scene(bool tiff, bool iptc, bool keep_backup) {
   scene.title = std::string(tiff ? "Tiff" : "Jpeg") + (iptc ? "Iptc" : "Exif") +
                 (keep_backup ? "" : "WithoutBackup");
   if (!keep_backup) scene.options = {"-b"};
-  scene.options.insert(scene.options.end(), {"-a", iptc ? "ip-caption=Another" : "artist=x"});
+  scene.options.insert(scene.options.end(),
+                       {"-a", iptc ? "ip-caption=" + std::string(new_caption) : "artist=x"});
   for (const auto& [path, seed] : {std::pair{"a/photo", 1U}, std::pair{"b/other", 2U}}) {
     Pair bytes = pair(iptc, seed == 1, seed);
     scene.photos.push_back({path + extension, std::move(bytes.before), std::move(bytes.after)});
@@ -84,7 +106,8 @@ std::vector<Scene> make_scenes() {
   std::vector<Scene> all;
   for (const bool tiff : {false, true}) {
     for (const bool iptc : {false, true}) {
-      for (const bool keep_backup : {true, false}) all.push_back(make_scene(tiff, iptc, keep_backup));
+      for (const bool keep_backup : {true, false})
+        all.push_back(make_scene(tiff, iptc, keep_backup));
     }
   }
   Scene walk = make_scene(false, false, false);

@@ -34,7 +34,8 @@ struct Scene {
 /// For the names of test cases.
 inline void PrintTo(const Scene& scene, std::ostream* out) { *out << scene.title; }
 
-/// JPEG and TIFF files, EXIF and IPTC edits, with and without -b; files and a directory as operands.
+/// JPEG and TIFF files, EXIF and IPTC edits, with and without -b; files and a directory as
+/// operands.
 const std::vector<Scene>& scenes();
 
 /// A fresh directory, in memory where there is such a file system, with the photographs in it.

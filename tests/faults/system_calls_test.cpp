@@ -1,5 +1,5 @@
-// Every system call of an edit that can fail does so, at each of its occurrences, once and from then
-// on; reads and writes are cut short; and the program is ended at each of these points.
+// Every system call of an edit that can fail does so, at each of its occurrences, once and from
+// then on; reads and writes are cut short; and the program is ended at each of these points.
 #include <errno.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -27,13 +27,14 @@ class SystemCalls : public testing::TestWithParam<Scene> {
     }
     const SceneSandbox sandbox(scene());
     std::vector<SystemCall> calls;
-    const auto outcome = run_traced(sandbox.sandbox(), scene().arguments(),
-                                    [&calls, this](const SystemCall& call) {
-                                      calls.push_back(call);
-                                      return missing_link(call);
-                                    });
+    const auto outcome =
+        run_traced(sandbox.sandbox(), scene().arguments(), [&calls, this](const SystemCall& call) {
+          calls.push_back(call);
+          return missing_link(call);
+        });
     ASSERT_TRUE(outcome.has_value());
     check_scene(scene(), sandbox, *outcome, {.text = "undisturbed", .must_succeed = true});
+    ASSERT_FALSE(HasFailure()) << "The edit itself does not work.";
     calls_ = std::move(calls);
   }
 
@@ -65,8 +66,8 @@ class SystemCalls : public testing::TestWithParam<Scene> {
   void disturb(const SystemCall& call, const Meddling& meddling, bool from_then_on,
                Disturbance disturbance) {
     const SceneSandbox sandbox(scene());
-    const auto outcome = run_traced(
-        sandbox.sandbox(), scene().arguments(), [&](const SystemCall& now) -> Meddling {
+    const auto outcome =
+        run_traced(sandbox.sandbox(), scene().arguments(), [&](const SystemCall& now) -> Meddling {
           const bool is_kind = now.row == call.row && now.prints() == call.prints();
           if (is_kind && (now.index == call.index || (from_then_on && now.index > call.index))) {
             Meddling deed = meddling;

@@ -19,8 +19,8 @@
 namespace tagmend::test {
 namespace {
 
-// Where a read is cut short or interrupted the program must go on; where anything else fails it must
-// leave everything as it was. A system call of another machine's table alone has no row.
+// Where a read is cut short or interrupted the program must go on; where anything else fails it
+// must leave everything as it was. A system call of another machine's table alone has no row.
 constexpr FailingCall failing_calls[] = {
 #ifdef SYS_open
     {SYS_open, "open", 0, -1, {EACCES, EIO, ENOMEM, EINTR}},
@@ -106,7 +106,6 @@ bool answer_instead(pid_t, std::int64_t) { return false; }
 bool set_argument(pid_t, int, std::uint64_t) { return false; }
 #endif
 
-
 bool make_short(pid_t process, const SystemCall& call) {
   const int argument = call.row->length_argument;
   const std::uint64_t length = call.arguments.at(static_cast<std::size_t>(argument));
@@ -144,7 +143,8 @@ struct Streams {
   ::dup2(streams.in, 0);
   ::dup2(streams.out, 1);
   ::dup2(streams.err, 2);
-  // An endless loop ends the run; fixed addresses make it ask for memory at the same calls each time.
+  // An endless loop ends the run; fixed addresses make it ask for memory at the same calls each
+  // time.
   const rlimit limit = {5, 5};
   ::setrlimit(RLIMIT_CPU, &limit);
   ::personality(ADDR_NO_RANDOMIZE);
@@ -233,11 +233,11 @@ std::string find_obstacle() {
 #else
   const Sandbox sandbox;
   bool asked = false;
-  const auto outcome = run_traced(sandbox, {"-a", "artist=x", "no-such-file"},
-                                  [&asked](const SystemCall&) {
-                                    asked = true;
-                                    return Meddling{};
-                                  });
+  const auto outcome =
+      run_traced(sandbox, {"-a", "artist=x", "no-such-file"}, [&asked](const SystemCall&) {
+        asked = true;
+        return Meddling{};
+      });
   return outcome && asked ? "" : "the kernel does not let this process trace another";
 #endif
 }

@@ -1,5 +1,6 @@
-// Runs the built program under the kernel's tracing facility and lets a test meddle with each of its
-// system calls: make it fail, move fewer bytes than asked, or be the moment at which a signal comes.
+// Runs the built program under the kernel's tracing facility and lets a test meddle with each of
+// its system calls: make it fail, move fewer bytes than asked, or be the moment at which a signal
+// comes.
 #pragma once
 
 #include <array>
@@ -43,7 +44,7 @@ struct SystemCall {
 struct Meddling {
   enum class Deed { none, fail, shorten, signal };
   Deed deed = Deed::none;
-  int number = 0;         ///< the errno value or the signal
+  int number = 0;        ///< the errno value or the signal
   bool is_last = false;  ///< the program runs on by itself afterwards
 };
 

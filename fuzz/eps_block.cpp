@@ -1,0 +1,23 @@
+// The Photoshop block of an EPS file, behind the signature.
+#include "containers/eps.h"
+
+#include "cli/metadata_hooks.h"
+#include "cli/session.h"
+#include "harness.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace tagmend;
+  test::Bytes text(data, data + size);
+  if (text.empty()) return 0;
+  fuzz::run_input([&text] {
+    const Session session = open_session();
+    ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+    reset_image_file(session.image);
+    reset_iptc_store(session.iptc);
+    session.image.file_type = FileType::eps;
+    ByteCursor cursor;
+    cursor_init(cursor, nullptr, text, 0);
+    static_cast<void>(read_eps_photoshop(context, cursor));
+  });
+  return 0;
+}

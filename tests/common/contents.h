@@ -1,0 +1,75 @@
+// What a photograph holds, as the reader shows it: to compare one before and after an edit.
+#pragma once
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "cli/metadata_hooks.h"
+#include "cli/session.h"
+#include "common/image_builder.h"
+#include "read/read_image_file.h"
+
+namespace tagmend::test {
+
+/// The result of a read, and a line for each field and dataset, in ascending order.
+struct Contents {
+  ErrorCode code = ErrorCode::ok;
+  bool whole = false;  ///< nothing was met that could not be read
+  std::vector<std::string> lines;
+};
+
+/// Whether the session's edits set or remove what has this tag, or this record and dataset.
+inline bool is_edited(const Session& session, const FieldEntry& entry) {
+  const EditList& edits = session.exif_edits;
+  return std::any_of(edits.entries.begin(), edits.entries.begin() + edits.count,
+                     [&entry](const EditEntry& edit) {
+                       return field_table_defs[edit.field].tag == entry.tag;
+                     });
+}
+inline bool is_edited(const Session& session, const IptcEntry& entry) {
+  const EditList& edits = session.iptc_edits;
+  return std::any_of(edits.entries.begin(), edits.entries.begin() + edits.count,
+                     [&entry](const EditEntry& edit) { return edit.field == entry.row; });
+}
+
+/// Where image data lies: a rewrite moves it.
+inline bool is_place(const FieldEntry& entry) {
+  return entry.tag == 0x0201 || entry.tag == 0x0111 || entry.tag == 0x0144;
+}
+
+/// Reads a file and lists what neither the session's edits nor the new places of image data change.
+inline Contents unedited_contents(const Session& session, Bytes file) {
+  Contents contents;
+  if (file.empty()) return contents;
+  ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+  contents.code = read_image_file(context, "", "", file, false);
+  contents.whole = !session.image.incomplete && !session.iptc.incomplete;
+  char place[64];
+  for (const FieldEntry& entry : session.image.table()) {
+    if (is_place(entry) || is_edited(session, entry)) continue;
+    std::snprintf(place, sizeof place, "kind %u tag %x type %u: ",
+                  static_cast<unsigned>(entry.kind), entry.tag, entry.type);
+    contents.lines.push_back(place + std::string(entry.text.data()));
+  }
+  for (const IptcEntry& entry : session.iptc.list()) {
+    if (is_edited(session, entry)) continue;
+    std::snprintf(place, sizeof place, "resource %u dataset %u:%u: ", entry.resource, entry.record,
+                  entry.dataset);
+    contents.lines.push_back(place + std::string(entry.text));
+  }
+  std::sort(contents.lines.begin(), contents.lines.end());
+  return contents;
+}
+
+/// The first line of `before` that `after` lacks; empty when it has them all.
+inline std::string lost_line(const Contents& before, const Contents& after) {
+  std::vector<std::string> lost;
+  std::set_difference(before.lines.begin(), before.lines.end(), after.lines.begin(),
+                      after.lines.end(), std::back_inserter(lost));
+  return lost.empty() ? std::string() : lost.front();
+}
+
+}  // namespace tagmend::test

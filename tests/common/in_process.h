@@ -1,0 +1,113 @@
+// Runs of the program inside this process, for tests that need thousands of them.
+#pragma once
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "cli/run.h"
+#include "common/image_builder.h"
+#include "support/message.h"
+#include "support/settings.h"
+#include "write/temp_file.h"
+
+namespace tagmend::test {
+
+/// Thrown where the program would have ended: end_program runs its clean-up first, which is ours.
+struct EndOfProgram {};
+
+/// From here on an early end of the program throws EndOfProgram, once. The writers register their
+/// own clean-up with the first temporary file, which therefore comes before.
+inline void throw_at_end_of_program() {
+  static bool registered = false;
+  if (!registered) {
+    registered = true;
+    SiblingName name;
+    MFileHandle file;
+    if (create_temp_file(name, file) == ErrorCode::ok) discard_temp_file();
+  }
+  set_end_cleanup([] {
+    discard_temp_file();
+    throw EndOfProgram{};
+  });
+}
+
+/// Exit status of a run with these arguments in the current directory; -1 when it was ended early.
+inline int run_here(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), "tagmend");
+  std::vector<char*> argv;
+  for (std::string& argument : arguments) argv.push_back(argument.data());
+  argv.push_back(nullptr);
+  library_settings = {};
+  throw_at_end_of_program();
+  try {
+    return run(static_cast<int>(arguments.size()), argv.data());
+  } catch (const EndOfProgram&) {
+    return -1;
+  }
+}
+
+/// A fresh directory, in memory where the system has such a place, that is the current one while
+/// the object lives.
+class ScratchDirectory {
+ public:
+  ScratchDirectory() : outside_(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
+    for (const char* const place : {"/dev/shm", "/tmp"}) {
+      root_ = std::string(place) + "/tagmend-XXXXXX";
+      if (::mkdtemp(root_.data()) != nullptr && ::chdir(root_.c_str()) == 0) return;
+    }
+    std::abort();
+  }
+  ScratchDirectory(const ScratchDirectory&) = delete;
+  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+  ~ScratchDirectory() {
+    clear();
+    if (::fchdir(outside_) == 0) ::rmdir(root_.c_str());
+    ::close(outside_);
+  }
+
+  static std::vector<std::string> names() {
+    std::vector<std::string> found;
+    DIR* const directory = ::opendir(".");
+    while (const dirent* const entry = ::readdir(directory)) {
+      if (entry->d_name[0] != '.') found.emplace_back(entry->d_name);
+    }
+    ::closedir(directory);
+    return found;
+  }
+
+  static void clear() {
+    for (const std::string& name : names()) ::unlink(name.c_str());
+  }
+
+ private:
+  std::string root_;
+  int outside_;
+};
+
+inline void write_file(const char* name, const Bytes& content) {
+  std::FILE* const file = std::fopen(name, "wb");
+  if (file == nullptr) std::abort();
+  if (!content.empty()) std::fwrite(content.data(), 1, content.size(), file);
+  std::fclose(file);
+}
+
+/// Nothing for a file that does not exist.
+inline Bytes file_content(const char* name) {
+  std::FILE* const file = std::fopen(name, "rb");
+  if (file == nullptr) return {};
+  Bytes content;
+  Bytes piece(1U << 16U);
+  while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), file)) {
+    content.insert(content.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got));
+  }
+  std::fclose(file);
+  return content;
+}
+
+}  // namespace tagmend::test
