@@ -80,13 +80,23 @@ std::uint32_t count_entries(std::span<const FieldEntry> table, TableRange ifd,
   return count;
 }
 
-std::uint32_t pointer_tag(std::span<const FieldEntry> table, TableRange chain,
-                          std::uint16_t level) {
+const FieldEntry* first_own_entry(std::span<const FieldEntry> table, TableRange chain,
+                                  std::uint16_t level) {
   const auto entries = table.subspan(chain.begin, chain.end - chain.begin);
   const auto own = std::ranges::find(entries, level, &FieldEntry::level);
-  if (own != entries.end()) return own->ifd.parent;
-  std::uint32_t tag = entries.front().ifd.parent;
-  for (std::uint16_t depth = entries.front().level; depth > level; --depth) tag = usual_parent(tag);
+  return own != entries.end() ? &*own : nullptr;
+}
+
+std::uint32_t pointer_tag(std::span<const FieldEntry> table, TableRange chain,
+                          std::uint16_t level) {
+  if (const FieldEntry* own = first_own_entry(table, chain, level)) {
+    return own->ifd.parent;
+  }
+  const FieldEntry& deeper = table[chain.begin];
+  std::uint32_t tag = deeper.ifd.parent;
+  for (std::uint16_t depth = deeper.level; depth > level; --depth) {
+    tag = usual_parent(tag);
+  }
   return tag;
 }
 

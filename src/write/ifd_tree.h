@@ -30,6 +30,10 @@ std::uint32_t count_ifds(std::span<const FieldEntry> table, TableRange chain, st
 /// How many entries an IFD gets: its own, and a pointer for each chain nested in it.
 std::uint32_t count_entries(std::span<const FieldEntry> table, TableRange ifd, std::uint16_t level);
 
+/// The first entry of a chain's own IFDs; null when only entries nested deeper are left.
+const FieldEntry* first_own_entry(std::span<const FieldEntry> table, TableRange chain,
+                                  std::uint16_t level);
+
 /// Tag of the pointer that leads to the IFDs of a chain at `level`.
 std::uint32_t pointer_tag(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level);
 

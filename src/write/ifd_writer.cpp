@@ -190,15 +190,16 @@ ErrorCode reserve_offset_array(IfdWriter& writer, std::uint32_t count, OffsetArr
 ErrorCode write_nested(IfdWriter& writer, OpenIfd& ifd, TableRange chain, std::uint16_t level) {
   const std::span<const FieldEntry> table = writer.image.table();
   const std::uint32_t tag = pointer_tag(table, chain, level);
-  const std::uint32_t listed = table[chain.begin].level == level ? table[chain.begin].seq >> 16 : 0;
-  const std::uint32_t count = listed >= 2 ? count_ifds(table, chain, level) : 1;
-  std::int64_t start = writer.data_end;
+  const FieldEntry* const own = first_own_entry(table, chain, level);
+  const bool is_array = own != nullptr && own->seq >> 16 >= 2;
+  const std::uint32_t count = is_array ? count_ifds(table, chain, level) : 1;
+  const std::int64_t start = writer.data_end;
   OffsetArray array;
   if (count >= 2) {
     const ErrorCode result = reserve_offset_array(writer, count, array);
     if (result != ErrorCode::ok) return result;
   }
-  const bool big_endian = table[chain.begin].ifd.big_endian;
+  const bool big_endian = own != nullptr ? own->ifd.big_endian : writer.big_endian;
   IfdWriter nested = nested_writer(writer, tag, big_endian);
   const ErrorCode result = write_chain(nested, chain, level, tag, array);
   if (result != ErrorCode::ok) return result;
