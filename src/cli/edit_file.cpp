@@ -57,6 +57,9 @@ ErrorCode check_image_data(ImageFile& image) {
 ErrorCode load_file(std::string_view directory, const char* name, Session& session) {
   ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
   const ErrorCode code = read_image_file(context, directory, name, {}, false);
+  if (session.image.read_failed) {
+    return ErrorCode::read_failed;
+  }
   if (!file_type_info(session.image.file_type).editable) {
     return ErrorCode::file_type_not_editable;
   }

@@ -26,6 +26,12 @@ struct FreeText {
 struct StartDirectory {
   int descriptor;
   std::unique_ptr<char, FreeText> path;
+
+  ~StartDirectory() {
+    if (descriptor != -1) {
+      close(descriptor);
+    }
+  }
 };
 
 StartDirectory record_start_directory() {
@@ -35,7 +41,7 @@ StartDirectory record_start_directory() {
 
 void return_to(const StartDirectory& start) {
   const char* path = start.path == nullptr ? "." : start.path.get();
-  if ((start.descriptor == -1 ? chdir(path) : fchdir(start.descriptor)) != 0) {
+  if (fchdir(start.descriptor) != 0 && chdir(path) != 0) {
     print_error("Error: Can't open directory %s\n", path);
   }
 }

@@ -161,6 +161,8 @@ void visit_file(Walk& walk, const char* name) {
   const ErrorCode code = load_file(walk.path, name, walk.session);
   if (code == ErrorCode::file_type_not_editable || code == ErrorCode::not_a_jpeg) {
     print_error("Error: Can't extract EXIF fields: %s\n", error_text(code));
+  } else if (code == ErrorCode::read_failed) {
+    print_error("Error: File %s: %s\n", name, error_text(code));
   } else if (code == ErrorCode::ok && edit_file(name, &created, walk.session) == ErrorCode::ok) {
     print_output("%s: Edit successful.\n", name);
   }

@@ -22,7 +22,9 @@ int find_field_from(std::string_view name, std::uint32_t start) {
 
   for (std::size_t row = start; row + 1 < field_table_defs.size(); ++row) {
     const FieldDef& def = field_table_defs[row];
-    if (def.is_offset) continue;
+    if (def.is_offset) {
+      continue;
+    }
     if (equal_ignoring_case(std::string_view(def.nickname).substr(0, length), wanted)) {
       return static_cast<int>(row);
     }
@@ -35,11 +37,17 @@ int find_field(std::string_view name) { return find_field_from(name, 0); }
 std::uint16_t find_field_by_tag(IfdKind kind, std::uint32_t tag, bool strict) {
   const FieldRun run = run_of(kind);
   for (std::uint16_t row = run.first; row < run.end; ++row) {
-    if (field_table_defs[row].tag == tag) return row;
+    if (field_table_defs[row].tag == tag) {
+      return row;
+    }
   }
-  if (strict) return 0;
+  if (strict) {
+    return 0;
+  }
   for (std::size_t row = field_table_defs.size() - 1; row-- > 0;) {
-    if (field_table_defs[row].tag == tag) return static_cast<std::uint16_t>(row);
+    if (field_table_defs[row].tag == tag) {
+      return static_cast<std::uint16_t>(row);
+    }
   }
   return 0;
 }

@@ -84,7 +84,9 @@ constexpr std::array<FieldDef, field_def_count> join_tables() {
   std::array<FieldDef, field_def_count> joined{};
   std::size_t next = 0;
   for (const Table& table : joined_tables) {
-    for (const FieldRow& row : table.rows) joined[next++] = make_field(table.kind, row);
+    for (const FieldRow& row : table.rows) {
+      joined[next++] = make_field(table.kind, row);
+    }
   }
   joined[next] = make_field(IfdKind::camera, end_row);
   return joined;
@@ -123,7 +125,9 @@ constexpr std::size_t rows_with(Condition condition) {
 template <class Entry>
 constexpr std::size_t entry_count(const Entry* map) {
   std::size_t count = 0;
-  while (map[count].nickname) ++count;
+  while (map[count].nickname) {
+    ++count;
+  }
   return count;
 }
 
@@ -152,12 +156,20 @@ constexpr MapCounts count_maps(bool standard) {
   std::array<const void*, field_def_count> seen{};
   MapCounts counts;
   for (const FieldDef& def : rows()) {
-    if (!def.has_map() || is_standard(def) != standard) continue;
+    if (!def.has_map() || is_standard(def) != standard) {
+      continue;
+    }
     const void* map = def.value_map;
-    if (!map) map = def.value_map_bytes;
+    if (!map) {
+      map = def.value_map_bytes;
+    }
     bool known = false;
-    for (std::size_t i = 0; i < counts.maps && !known; ++i) known = seen[i] == map;
-    if (known) continue;
+    for (std::size_t i = 0; i < counts.maps && !known; ++i) {
+      known = seen[i] == map;
+    }
+    if (known) {
+      continue;
+    }
     seen[counts.maps++] = map;
     counts.entries += def.value_map ? entry_count(def.value_map) : entry_count(def.value_map_bytes);
   }
@@ -168,7 +180,9 @@ constexpr bool tags_are_unique_in_their_kind() {
   for (const FieldRun run : field_runs) {
     for (std::size_t i = run.first; i < run.end; ++i) {
       for (std::size_t j = i + 1; j < run.end; ++j) {
-        if (field_table_defs[i].tag == field_table_defs[j].tag) return false;
+        if (field_table_defs[i].tag == field_table_defs[j].tag) {
+          return false;
+        }
       }
     }
   }
@@ -179,7 +193,9 @@ constexpr bool tags_are_unique_in_their_kind() {
 constexpr bool runs_hold_their_rows() {
   for (std::size_t i = 0; i < rows().size(); ++i) {
     const FieldRun run = field_runs[static_cast<std::size_t>(rows()[i].ifd_kind)];
-    if (i < run.first || i >= run.end) return false;
+    if (i < run.first || i >= run.end) {
+      return false;
+    }
   }
   return true;
 }
@@ -194,9 +210,15 @@ constexpr bool texts_fit(const FieldDef& def) {
 
 /// One value: a map of numbers; several: a map of byte strings. Dates are texts of 19 characters.
 constexpr bool is_consistent(const FieldDef& def) {
-  if (def.value_map && (def.count != 1 || def.value_map_bytes)) return false;
-  if (def.value_map_bytes && def.count == 1) return false;
-  if (def.is_date && (def.data_type != DataType::string || def.count != 20)) return false;
+  if (def.value_map && (def.count != 1 || def.value_map_bytes)) {
+    return false;
+  }
+  if (def.value_map_bytes && def.count == 1) {
+    return false;
+  }
+  if (def.is_date && (def.data_type != DataType::string || def.count != 20)) {
+    return false;
+  }
   return def.tag != end_tag && def.data_type != DataType::zero;
 }
 

@@ -111,7 +111,9 @@ constexpr std::uint16_t low16(std::uint32_t tag) { return static_cast<std::uint1
 constexpr std::array<std::uint16_t, ifd_kind_count> collect_parent_tags() {
   std::array<std::uint16_t, ifd_kind_count> tags{};
   for (const KindResolution& row : kind_resolution_table) {
-    if (row.pointer_tag == 0) break;
+    if (row.pointer_tag == 0) {
+      break;
+    }
     tags[static_cast<std::size_t>(row.kind)] = low16(row.pointer_tag);
   }
   return tags;
@@ -121,7 +123,9 @@ constexpr std::array<std::uint16_t, ifd_kind_count> collect_parent_tags() {
 constexpr bool only_the_last_row_ends() {
   for (const KindResolution& row : kind_resolution_table) {
     const bool last = &row == &kind_resolution_table.back();
-    if ((row.pointer_tag == 0) != last || (row.kind == IfdKind::unknown) != last) return false;
+    if ((row.pointer_tag == 0) != last || (row.kind == IfdKind::unknown) != last) {
+      return false;
+    }
   }
   return true;
 }
@@ -135,8 +139,12 @@ constexpr std::array<std::uint16_t, ifd_kind_count> parent_tag_by_kind = collect
 
 std::uint16_t ifd_parent_tag(IfdKind kind) {
   for (const KindResolution& row : kind_resolution_table) {
-    if (row.kind == IfdKind::unknown) break;
-    if (row.kind == kind) return low16(row.pointer_tag);
+    if (row.kind == IfdKind::unknown) {
+      break;
+    }
+    if (row.kind == kind) {
+      return low16(row.pointer_tag);
+    }
   }
   return 0xFFFF;
 }
@@ -144,10 +152,18 @@ std::uint16_t ifd_parent_tag(IfdKind kind) {
 IfdKind resolve_ifd_kind(std::uint32_t pointer_tag, std::uint32_t position, std::uint32_t layout) {
   IfdKind for_any_layout = IfdKind::unknown;
   for (const KindResolution& row : kind_resolution_table) {
-    if (row.kind == IfdKind::unknown) break;
-    if (row.pointer_tag != pointer_tag || row.position != position) continue;
-    if (row.layout == layout) return row.kind;
-    if (row.layout == 0) for_any_layout = row.kind;
+    if (row.kind == IfdKind::unknown) {
+      break;
+    }
+    if (row.pointer_tag != pointer_tag || row.position != position) {
+      continue;
+    }
+    if (row.layout == layout) {
+      return row.kind;
+    }
+    if (row.layout == 0) {
+      for_any_layout = row.kind;
+    }
   }
   return for_any_layout;
 }

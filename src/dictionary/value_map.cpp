@@ -16,7 +16,9 @@ constexpr bool holds_for(std::uint32_t entry_layout, std::uint32_t requested) {
 template <class Entry, class Accept>
 const Entry* find_entry(const Entry* map, Accept accept) {
   for (const Entry* entry = map; entry && entry->nickname; ++entry) {
-    if (accept(*entry)) return entry;
+    if (accept(*entry)) {
+      return entry;
+    }
   }
   return nullptr;
 }

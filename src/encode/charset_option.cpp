@@ -20,13 +20,17 @@ struct CharsetChoice {
 
 void to_upper_case(std::span<char> text) {
   for (char& c : text) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    if (c >= 'a' && c <= 'z') {
+      c = static_cast<char>(c - 'a' + 'A');
+    }
   }
 }
 
 CharsetChoice* find_choice(std::span<CharsetChoice> choices, std::string_view name) {
   for (CharsetChoice& choice : choices) {
-    if (choice.name == name) return &choice;
+    if (choice.name == name) {
+      return &choice;
+    }
   }
   return nullptr;
 }
@@ -70,7 +74,9 @@ int cs_parse_option(std::string_view argument) {
   while (next_add_item(list, library_settings.quote, name, value)) {
     to_upper_case(name);
     to_upper_case(value);
-    if (!apply_item(choices, name.data(), value.data())) all_accepted = false;
+    if (!apply_item(choices, name.data(), value.data())) {
+      all_accepted = false;
+    }
   }
   return all_accepted ? 0 : 1;
 }

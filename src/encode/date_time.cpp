@@ -58,14 +58,20 @@ constexpr bool is_separator(char c) {
 /// The shape of a character, or the character itself where it has none: such a text matches
 /// nothing.
 constexpr char shape_of(char c) {
-  if (is_digit(c)) return '9';
-  if (is_letter(c)) return 'X';
+  if (is_digit(c)) {
+    return '9';
+  }
+  if (is_letter(c)) {
+    return 'X';
+  }
   return is_separator(c) ? '-' : c;
 }
 
 /// The text up to the blanks and separators at its end.
 std::string_view without_trailing_separators(std::string_view text) {
-  while (!text.empty() && (text.back() == ' ' || is_separator(text.back()))) text.remove_suffix(1);
+  while (!text.empty() && (text.back() == ' ' || is_separator(text.back()))) {
+    text.remove_suffix(1);
+  }
   return text;
 }
 
@@ -74,7 +80,9 @@ using ShapeText = std::array<char, date_templates::longest_shape>;
 /// The shape of the text; empty, which matches nothing, when it is longer than any known shape.
 std::string_view date_shape(std::string_view text, ShapeText& shape) {
   text = without_trailing_separators(text);
-  if (text.size() > shape.size()) return {};
+  if (text.size() > shape.size()) {
+    return {};
+  }
   std::transform(text.begin(), text.end(), shape.begin(), shape_of);
   return {shape.data(), text.size()};
 }
@@ -98,14 +106,18 @@ const DateTemplate* find_date_template(std::string_view shape, DateRequirement r
     return nullptr;
   }
   for (const DateTemplate& row : date_templates::table) {
-    if (row.shape == shape && fits_requirement(row, requirement)) return &row;
+    if (row.shape == shape && fits_requirement(row, requirement)) {
+      return &row;
+    }
   }
   return nullptr;
 }
 
 /// The number that a text begins with, after an optional sign; 0 for none.
 std::int32_t to_number(std::string_view text) {
-  if (text.starts_with('+')) text.remove_prefix(1);
+  if (text.starts_with('+')) {
+    text.remove_prefix(1);
+  }
   std::int32_t number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);
   return number;
@@ -114,7 +126,9 @@ std::int32_t to_number(std::string_view text) {
 /// Copies one part of the text, as many characters as `part` holds; empty when the shape has none.
 std::string_view take_part(std::string_view text, int position, std::span<char> part) {
   copy_text(part, {});
-  if (position == date_templates::none) return {};
+  if (position == date_templates::none) {
+    return {};
+  }
   const std::string_view taken = text.substr(static_cast<std::size_t>(position), part.size() - 1);
   copy_text(part, taken);
   return taken;
@@ -127,9 +141,13 @@ std::int32_t take_number(std::string_view text, int position, std::span<char> pa
 
 ErrorCode take_month_name(std::string_view text, const DateTemplate& row, DateRecord& record) {
   const std::string_view name = take_part(text, row.month_name, record.month_name);
-  if (name.empty()) return ErrorCode::ok;
+  if (name.empty()) {
+    return ErrorCode::ok;
+  }
   for (std::size_t month = 1; month < months.size(); ++month) {
-    if (!equal_ignoring_case(name, months[month].name)) continue;
+    if (!equal_ignoring_case(name, months[month].name)) {
+      continue;
+    }
     record.month = static_cast<std::int32_t>(month);
     copy_text(record.month_text, months[month].digits);
     return ErrorCode::ok;
@@ -145,17 +163,23 @@ ErrorCode read_date_fields(std::string_view text, const DateTemplate& row, DateR
   record.hour = take_number(text, row.hour, record.hour_text);
   record.minute = take_number(text, row.minute, record.minute_text);
   record.second = take_number(text, row.second, record.second_text);
-  if (row.second == date_templates::none) copy_text(record.second_text, "00");
+  if (row.second == date_templates::none) {
+    copy_text(record.second_text, "00");
+  }
 
   const std::string_view zone = take_part(text, row.zone, record.zone_text);
   record.zone = zone.empty() ? zone_not_given : to_number(zone);
-  if (zone.empty()) copy_text(record.zone_text, "+0000");
+  if (zone.empty()) {
+    copy_text(record.zone_text, "+0000");
+  }
   return take_month_name(text, row, record);
 }
 
 /// Year, month, day, unless the last number cannot be a day: then day, month, year.
 void resolve_short_year(DateRecord& record) {
-  if (!is_month(record.month) || fits_month(record.day, record.month)) return;
+  if (!is_month(record.month) || fits_month(record.day, record.month)) {
+    return;
+  }
   std::swap(record.yy, record.day);
   std::swap(record.yy_text, record.day_text);
 }
@@ -164,8 +188,12 @@ void resolve_short_year(DateRecord& record) {
 /// then day, month, year.
 void resolve_packed_date(DateRecord& record) {
   const std::int32_t century = record.year - record.yy;
-  if (century == 2000 || century == 1900) return;
-  if (record.month != 19 && record.month != 20) return;
+  if (century == 2000 || century == 1900) {
+    return;
+  }
+  if (record.month != 19 && record.month != 20) {
+    return;
+  }
 
   const DateRecord read = record;
   record.year = read.month * 100 + read.day;
@@ -189,7 +217,9 @@ void resolve_date_order(DateRecord& record) {
 }
 
 bool is_plausible(const DateRecord& record) {
-  if (record.yy != not_given && !fits_month(record.day, record.month)) return false;
+  if (record.yy != not_given && !fits_month(record.day, record.month)) {
+    return false;
+  }
   if (record.hour != not_given && (record.hour > 23 || record.minute > 59 || record.second > 59)) {
     return false;
   }
@@ -198,7 +228,9 @@ bool is_plausible(const DateRecord& record) {
 
 /// Two-digit years are those of 1920 to 2019.
 void complete_year(DateRecord& record) {
-  if (record.year != not_given) return;
+  if (record.year != not_given) {
+    return;
+  }
   record.year = record.yy > 19 ? 1900 + record.yy : 2000 + record.yy;
   TextBuffer text(record.year_text);
   append_format(text, "%4d", record.year);
@@ -217,17 +249,33 @@ void set_midnight(DateRecord& record) {
 ErrorCode parse_date_time(std::string_view text, DateRecord& record, DateRequirement requirement) {
   ShapeText shape;
   const DateTemplate* const row = find_date_template(date_shape(text, shape), requirement);
-  if (!row) return ErrorCode::date_invalid;
+  if (!row) {
+    return ErrorCode::date_invalid;
+  }
 
   const ErrorCode code = read_date_fields(text, *row, record);
-  if (code != ErrorCode::ok) return code;
-  if (row->order == DateOrder::guessed) resolve_date_order(record);
-  if (!is_plausible(record)) return ErrorCode::date_invalid;
-  if (row->has_date) complete_year(record);
+  if (code != ErrorCode::ok) {
+    return code;
+  }
+  if (row->order == DateOrder::guessed) {
+    resolve_date_order(record);
+  }
+  if (!is_plausible(record)) {
+    return ErrorCode::date_invalid;
+  }
+  if (row->has_date) {
+    complete_year(record);
+  }
 
-  if (requirement != DateRequirement::date_or_time) return ErrorCode::ok;
-  if (!row->has_date) return ErrorCode::time_where_date_expected;
-  if (!row->has_time) set_midnight(record);
+  if (requirement != DateRequirement::date_or_time) {
+    return ErrorCode::ok;
+  }
+  if (!row->has_date) {
+    return ErrorCode::time_where_date_expected;
+  }
+  if (!row->has_time) {
+    set_midnight(record);
+  }
   return ErrorCode::ok;
 }
 

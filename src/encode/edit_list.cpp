@@ -5,7 +5,9 @@
 namespace tagmend {
 
 bool append_edit(EditList& list, std::uint16_t field, std::uint16_t type, std::string_view value) {
-  if (list.count >= EditList::capacity) return false;
+  if (list.count >= EditList::capacity) {
+    return false;
+  }
   EditEntry& entry = list.entries[static_cast<std::size_t>(list.count++)];
   entry.op = EditOp::add;
   entry.field = field;

@@ -23,7 +23,9 @@ ErrorCode encode_date(const FieldValue& field, std::span<std::uint8_t> output,
                       std::uint32_t& value_count) {
   DateRecord date;
   const ErrorCode code = parse_date_time(field.text, date, DateRequirement::date_or_time);
-  if (code != ErrorCode::ok) return code;
+  if (code != ErrorCode::ok) {
+    return code;
+  }
   std::array<char, 20> text;
   TextBuffer buffer(text);
   append_format(buffer, "%4s:%2s:%2s %2s:%2s:%2s", date.year_text.data(), date.month_text.data(),
@@ -36,12 +38,18 @@ ErrorCode encode_date(const FieldValue& field, std::span<std::uint8_t> output,
 
 ErrorCode encode_text(const FieldValue& field, std::span<std::uint8_t> output,
                       std::uint32_t& value_count) {
-  if (field.def.is_date) return encode_date(field, output, value_count);
+  if (field.def.is_date) {
+    return encode_date(field, output, value_count);
+  }
 
   const std::size_t length = cs_local_to_exif(field.text, output.first(text_limit));
   if (field.def.count != 0) {
-    if (length + 1 < field.def.count) return ErrorCode::text_too_short;
-    if (length + 1 > field.def.count) return ErrorCode::text_too_long;
+    if (length + 1 < field.def.count) {
+      return ErrorCode::text_too_short;
+    }
+    if (length + 1 > field.def.count) {
+      return ErrorCode::text_too_long;
+    }
   }
   if (length > text_limit) {
     print_error("Internal error - long string exif_encode_field('%s')\n", field.text.data());
@@ -112,31 +120,41 @@ ErrorCode encode_from_map(const FieldValue& field, std::span<std::uint8_t> outpu
   if (def.count == 1) {
     const ValueMapEntry* const entry =
         def.value_map ? map_lookup(def.value_map, layout, field.text) : nullptr;
-    if (!entry) return ErrorCode::invalid_value;
+    if (!entry) {
+      return ErrorCode::invalid_value;
+    }
     return store_map_number(field, entry->value, output, value_count);
   }
   const ValueMapBytesEntry* const entry =
       def.value_map_bytes ? map_lookup_bytes(def.value_map_bytes, layout, field.text) : nullptr;
-  if (!entry) return ErrorCode::invalid_value;
+  if (!entry) {
+    return ErrorCode::invalid_value;
+  }
   std::copy_n(entry->bytes, entry->length, output.begin());
   value_count = entry->length;
   return ErrorCode::ok;
 }
 
 ErrorCode check_count(const FieldDef& def, std::uint32_t value_count) {
-  if (def.data_type == DataType::string) return ErrorCode::ok;
+  if (def.data_type == DataType::string) {
+    return ErrorCode::ok;
+  }
   const DataType stored =
       def.data_type == DataType::short_or_long ? DataType::unsigned_long : def.data_type;
   // Where any count is allowed, the values must still fit: the rest of them was not written.
   if (value_size(static_cast<std::uint16_t>(stored), value_count) > encoded_limit) {
     return ErrorCode::too_many_values;
   }
-  if (def.count == 0 || value_count == def.count) return ErrorCode::ok;
+  if (def.count == 0 || value_count == def.count) {
+    return ErrorCode::ok;
+  }
   return value_count < def.count ? ErrorCode::too_few_values : ErrorCode::too_many_values;
 }
 
 FieldEncoder choose_encoder(const FieldDef& def) {
-  if (def.has_map()) return encode_from_map;
+  if (def.has_map()) {
+    return encode_from_map;
+  }
   const FieldEncoder special = find_special_encoder(def);
   return special ? special : encode_by_type;
 }
@@ -148,12 +166,18 @@ ErrorCode exif_encode_field(std::uint16_t row, const EncodeTarget& target, std::
                             const SubstitutionContext& context) {
   value_count = 0;
   const FieldDef& def = field_table_defs[row < field_table_defs.size() ? row : 0];
-  if (!def.editable) return ErrorCode::edit_not_permitted;
-  if (def.is_offset) return ErrorCode::format_not_supported;
+  if (!def.editable) {
+    return ErrorCode::edit_not_permitted;
+  }
+  if (def.is_offset) {
+    return ErrorCode::format_not_supported;
+  }
 
   ValueText expanded;
   const ErrorCode names = expand_template(text, TemplateSection::file, expanded, context);
-  if (target.early_check && names == ErrorCode::ok) return ErrorCode::ok;
+  if (target.early_check && names == ErrorCode::ok) {
+    return ErrorCode::ok;
+  }
 
   const FieldValue value{def, target, expanded.data()};
   const ErrorCode code = choose_encoder(def)(value, output, value_count);

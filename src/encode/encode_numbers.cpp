@@ -22,13 +22,17 @@ constexpr bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 void skip_spaces(std::string_view& text) {
-  while (!text.empty() && is_space(text.front())) text.remove_prefix(1);
+  while (!text.empty() && is_space(text.front())) {
+    text.remove_prefix(1);
+  }
 }
 
 /// Takes a sign off the text; whether it is a minus.
 bool take_sign(std::string_view& text) {
   const bool negative = text.starts_with('-');
-  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  if (negative || text.starts_with('+')) {
+    text.remove_prefix(1);
+  }
   return negative;
 }
 
@@ -37,11 +41,15 @@ bool take_sign(std::string_view& text) {
 std::optional<std::uint32_t> read_unsigned(std::string_view text) {
   skip_spaces(text);
   const bool negative = take_sign(text);
-  if (text.empty() || !is_digit(text.front())) return std::nullopt;
+  if (text.empty() || !is_digit(text.front())) {
+    return std::nullopt;
+  }
   std::uint64_t number = 0;
   for (; !text.empty() && is_digit(text.front()); text.remove_prefix(1)) {
     number = number * 10 + static_cast<std::uint64_t>(text.front() - '0');
-    if (number > Uint32Limits::max()) return std::nullopt;
+    if (number > Uint32Limits::max()) {
+      return std::nullopt;
+    }
   }
   const auto low = static_cast<std::uint32_t>(number);
   return negative ? 0 - low : low;
@@ -84,17 +92,27 @@ constexpr bool is_rational(DataType type) {
 constexpr std::uint8_t no_hex_digit = 255;
 
 constexpr std::uint8_t hex_digit_value(char c) {
-  if (is_digit(c)) return static_cast<std::uint8_t>(c - '0');
-  if (c >= 'a' && c <= 'f') return static_cast<std::uint8_t>(c - 'a' + 10);
-  if (c >= 'A' && c <= 'F') return static_cast<std::uint8_t>(c - 'A' + 10);
+  if (is_digit(c)) {
+    return static_cast<std::uint8_t>(c - '0');
+  }
+  if (c >= 'a' && c <= 'f') {
+    return static_cast<std::uint8_t>(c - 'a' + 10);
+  }
+  if (c >= 'A' && c <= 'F') {
+    return static_cast<std::uint8_t>(c - 'A' + 10);
+  }
   return no_hex_digit;
 }
 
 ErrorCode put_rational_item(ByteCursor& cursor, std::string_view item, DataType type,
                             std::int32_t denominator) {
   const std::optional<float> number = read_float(item);
-  if (!number) return ErrorCode::invalid_number;
-  if (type == DataType::unsigned_rational && *number < 0) return ErrorCode::invalid_number;
+  if (!number) {
+    return ErrorCode::invalid_number;
+  }
+  if (type == DataType::unsigned_rational && *number < 0) {
+    return ErrorCode::invalid_number;
+  }
   const bool has_point = item.find('.') != std::string_view::npos;
   return put_rational(cursor, *number, has_point ? denominator : whole);
 }
@@ -117,8 +135,12 @@ std::optional<float> read_float(std::string_view text) {
   char* end = nullptr;
   const float number = std::strtof(begin, &end);
   const auto length = static_cast<std::size_t>(end - begin);
-  if (length == 0 || !std::isfinite(number)) return std::nullopt;
-  if (is_bare_hex_prefix(end, {begin, length})) return std::nullopt;
+  if (length == 0 || !std::isfinite(number)) {
+    return std::nullopt;
+  }
+  if (is_bare_hex_prefix(end, {begin, length})) {
+    return std::nullopt;
+  }
   return number;
 }
 
@@ -143,12 +165,16 @@ ErrorCode put_rational(ByteCursor& cursor, double value, std::int32_t denominato
 ErrorCode encode_hex_bytes(std::string_view text, std::span<std::uint8_t> output,
                            std::uint32_t& value_count) {
   value_count = 0;
-  if (text.size() % 2 != 0) return ErrorCode::odd_hex_length;
+  if (text.size() % 2 != 0) {
+    return ErrorCode::odd_hex_length;
+  }
   text = text.substr(0, 2 * encoded_limit);
   for (; !text.empty(); text.remove_prefix(2)) {
     const unsigned high = hex_digit_value(text[0]);
     const unsigned low = hex_digit_value(text[1]);
-    if (high == no_hex_digit || low == no_hex_digit) return ErrorCode::invalid_hex_digit;
+    if (high == no_hex_digit || low == no_hex_digit) {
+      return ErrorCode::invalid_hex_digit;
+    }
     output[value_count++] = static_cast<std::uint8_t>(high << 4 | low);
   }
   return ErrorCode::ok;
@@ -157,7 +183,9 @@ ErrorCode encode_hex_bytes(std::string_view text, std::span<std::uint8_t> output
 ErrorCode encode_integers(DataType type, bool big_endian, std::string_view text,
                           std::span<std::uint8_t> output, std::uint32_t& value_count) {
   value_count = 0;
-  if (!is_integer(type)) return ErrorCode::format_not_supported;
+  if (!is_integer(type)) {
+    return ErrorCode::format_not_supported;
+  }
   ByteCursor cursor = value_cursor(output, big_endian);
   ErrorCode result = ErrorCode::ok;
   for (NumberList numbers(text); next_number(numbers);) {
@@ -180,7 +208,9 @@ ErrorCode encode_rationals(DataType type, bool big_endian, std::string_view text
                            std::int32_t denominator, std::span<std::uint8_t> output,
                            std::uint32_t& value_count) {
   value_count = 0;
-  if (!is_rational(type)) return ErrorCode::format_not_supported;
+  if (!is_rational(type)) {
+    return ErrorCode::format_not_supported;
+  }
   ByteCursor cursor = value_cursor(output, big_endian);
   ErrorCode result = ErrorCode::ok;
   for (NumberList numbers(text); next_number(numbers);) {
@@ -198,8 +228,12 @@ ErrorCode encode_rational_value(DataType type, bool big_endian, double value,
                                 std::uint32_t& value_count) {
   value_count = 0;
   check_consistency(is_rational(type), 5342, module_exif);
-  if (type == DataType::unsigned_rational && value < 0) return ErrorCode::format_not_supported;
-  if (!(std::abs(value) <= std::numeric_limits<float>::max())) return ErrorCode::invalid_number;
+  if (type == DataType::unsigned_rational && value < 0) {
+    return ErrorCode::format_not_supported;
+  }
+  if (!(std::abs(value) <= std::numeric_limits<float>::max())) {
+    return ErrorCode::invalid_number;
+  }
   ByteCursor cursor = value_cursor(output, big_endian);
   value_count = 1;
   return put_rational(cursor, static_cast<float>(value), denominator);

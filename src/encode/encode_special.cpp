@@ -27,7 +27,9 @@ struct ExposureTime {
 std::optional<ExposureTime> read_exposure_time(std::string_view text) {
   const bool is_fraction = text.starts_with("1/");
   const std::optional<float> number = read_float(is_fraction ? text.substr(2) : text);
-  if (!number) return std::nullopt;
+  if (!number) {
+    return std::nullopt;
+  }
   return ExposureTime{*number, is_fraction};
 }
 
@@ -40,16 +42,22 @@ ErrorCode store_rational(const FieldValue& field, double value, std::int32_t den
 ErrorCode encode_exposure_time(const FieldValue& field, std::span<std::uint8_t> output,
                                std::uint32_t& value_count) {
   const std::optional<ExposureTime> time = read_exposure_time(field.text);
-  if (!time || (time->is_fraction && time->number == 0)) return ErrorCode::invalid_number;
+  if (!time || (time->is_fraction && time->number == 0)) {
+    return ErrorCode::invalid_number;
+  }
   const double seconds = time->is_fraction ? 1.0 / double{time->number} : double{time->number};
-  if (seconds < 0) return ErrorCode::invalid_number;
+  if (seconds < 0) {
+    return ErrorCode::invalid_number;
+  }
   return store_rational(field, seconds, six_decimals, output, value_count);
 }
 
 ErrorCode encode_shutter_speed(const FieldValue& field, std::span<std::uint8_t> output,
                                std::uint32_t& value_count) {
   const std::optional<ExposureTime> time = read_exposure_time(field.text);
-  if (!time || !(time->number > 0)) return ErrorCode::invalid_number;
+  if (!time || !(time->number > 0)) {
+    return ErrorCode::invalid_number;
+  }
   const double doublings = std::log(double{time->number}) / log_of_2;
   return store_rational(field, time->is_fraction ? doublings : -doublings, six_decimals, output,
                         value_count);
@@ -58,7 +66,9 @@ ErrorCode encode_shutter_speed(const FieldValue& field, std::span<std::uint8_t> 
 ErrorCode encode_aperture(const FieldValue& field, std::span<std::uint8_t> output,
                           std::uint32_t& value_count) {
   const std::optional<float> f_number = read_float(field.text);
-  if (!f_number || *f_number < 0) return ErrorCode::invalid_number;
+  if (!f_number || *f_number < 0) {
+    return ErrorCode::invalid_number;
+  }
   const double stops = std::log(double{*f_number}) / std::log(square_root_of_2);
   return store_rational(field, stops, four_decimals, output, value_count);
 }
@@ -74,7 +84,9 @@ ErrorCode store_bytes(std::span<const std::uint8_t> bytes, std::span<std::uint8_
 
 ErrorCode encode_exif_version(const FieldValue& field, std::span<std::uint8_t> output,
                               std::uint32_t& value_count) {
-  if (field.text != "0220" && field.text != "0210") return ErrorCode::invalid_value;
+  if (field.text != "0220" && field.text != "0210") {
+    return ErrorCode::invalid_value;
+  }
   std::ranges::copy(field.text, output.begin());
   value_count = static_cast<std::uint32_t>(field.text.size());
   return ErrorCode::ok;
@@ -83,7 +95,9 @@ ErrorCode encode_exif_version(const FieldValue& field, std::span<std::uint8_t> o
 ErrorCode encode_gps_version(const FieldValue& field, std::span<std::uint8_t> output,
                              std::uint32_t& value_count) {
   static constexpr std::array<std::uint8_t, 4> version = {2, 0, 0, 0};
-  if (field.text != "2.0.0.0") return ErrorCode::invalid_value;
+  if (field.text != "2.0.0.0") {
+    return ErrorCode::invalid_value;
+  }
   return store_bytes(version, output, value_count);
 }
 
@@ -128,17 +142,27 @@ std::optional<float> read_non_negative(const NameText& item) {
 bool is_whole(float number) { return std::trunc(number) == number; }
 
 ErrorCode put_degrees(ByteCursor& cursor, NumberList& numbers) {
-  if (!next_number(numbers)) return ErrorCode::too_few_values;
+  if (!next_number(numbers)) {
+    return ErrorCode::too_few_values;
+  }
   const std::optional<float> degrees = read_non_negative(numbers.item);
-  if (!degrees) return ErrorCode::invalid_number;
-  if (!is_whole(*degrees)) return ErrorCode::fraction_not_allowed;
+  if (!degrees) {
+    return ErrorCode::invalid_number;
+  }
+  if (!is_whole(*degrees)) {
+    return ErrorCode::fraction_not_allowed;
+  }
   return put_rational(cursor, *degrees, whole);
 }
 
 ErrorCode put_minutes(ByteCursor& cursor, NumberList& numbers, bool& decimal_minutes) {
-  if (!next_number(numbers)) return ErrorCode::too_few_values;
+  if (!next_number(numbers)) {
+    return ErrorCode::too_few_values;
+  }
   const std::optional<float> minutes = read_non_negative(numbers.item);
-  if (!minutes) return ErrorCode::invalid_number;
+  if (!minutes) {
+    return ErrorCode::invalid_number;
+  }
   decimal_minutes = std::string_view(numbers.item.data()).find('.') != std::string_view::npos;
   return put_rational(cursor, *minutes, decimal_minutes ? four_decimals : whole);
 }
@@ -147,9 +171,13 @@ ErrorCode put_seconds(ByteCursor& cursor, NumberList& numbers, bool decimal_minu
   if (!next_number(numbers)) {
     return decimal_minutes ? put_rational(cursor, 0, whole) : ErrorCode::too_few_values;
   }
-  if (decimal_minutes) return ErrorCode::too_many_values;
+  if (decimal_minutes) {
+    return ErrorCode::too_many_values;
+  }
   const std::optional<float> seconds = read_non_negative(numbers.item);
-  if (!seconds) return ErrorCode::invalid_number;
+  if (!seconds) {
+    return ErrorCode::invalid_number;
+  }
   return put_rational(cursor, *seconds, is_whole(*seconds) ? whole : four_decimals);
 }
 
@@ -159,8 +187,12 @@ ErrorCode encode_gps_coordinate(const FieldValue& field, std::span<std::uint8_t>
   NumberList numbers(field.text);
   bool decimal_minutes = false;
   ErrorCode code = put_degrees(cursor, numbers);
-  if (code == ErrorCode::ok) code = put_minutes(cursor, numbers, decimal_minutes);
-  if (code == ErrorCode::ok) code = put_seconds(cursor, numbers, decimal_minutes);
+  if (code == ErrorCode::ok) {
+    code = put_minutes(cursor, numbers, decimal_minutes);
+  }
+  if (code == ErrorCode::ok) {
+    code = put_seconds(cursor, numbers, decimal_minutes);
+  }
   value_count = 3;
   return code;
 }
@@ -187,7 +219,9 @@ constexpr SpecialForm forms[] = {
 
 FieldEncoder find_form(std::span<const SpecialForm> table, std::uint32_t tag) {
   for (const SpecialForm& form : table) {
-    if (form.tag == tag) return form.encode;
+    if (form.tag == tag) {
+      return form.encode;
+    }
   }
   return nullptr;
 }

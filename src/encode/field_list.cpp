@@ -28,7 +28,9 @@ Step ignore_quote(char quote) {
 }
 
 Step step_start(Token& token, ListLexer& lexer, char c) {
-  if (is_white_space(c)) return Step::skip;
+  if (is_white_space(c)) {
+    return Step::skip;
+  }
   if (c == ',') {
     lexer.state = ListState::after_name;
     return Step::skip;
@@ -37,7 +39,9 @@ Step step_start(Token& token, ListLexer& lexer, char c) {
     lexer.state = ListState::after_equals;
     return Step::skip;
   }
-  if (c == lexer.quote) return ignore_quote(c);
+  if (c == lexer.quote) {
+    return ignore_quote(c);
+  }
   return begin_name(token, lexer);
 }
 
@@ -50,22 +54,30 @@ Step step_in_name(Token& token, ListLexer& lexer, char c) {
     lexer.state = ListState::after_equals;
     return finish_before(token);
   }
-  if (c == lexer.quote) print_error("Unexpected quote character '%c' ignored.\n", c);
+  if (c == lexer.quote) {
+    print_error("Unexpected quote character '%c' ignored.\n", c);
+  }
   return Step::skip;
 }
 
 Step step_after_name(Token& token, ListLexer& lexer, char c) {
-  if (is_white_space(c) || c == ',') return Step::skip;
+  if (is_white_space(c) || c == ',') {
+    return Step::skip;
+  }
   if (c == '=') {
     print_error("Unexpected '=' after ',' ignored\n");
     return Step::skip;
   }
-  if (c == lexer.quote) return ignore_quote(c);
+  if (c == lexer.quote) {
+    return ignore_quote(c);
+  }
   return begin_name(token, lexer);
 }
 
 Step step_after_equals(Token& token, ListLexer& lexer, char c) {
-  if (is_white_space(c)) return Step::skip;
+  if (is_white_space(c)) {
+    return Step::skip;
+  }
   if (c == ',') {
     print_error("Unexpected ',' where value expected. Previous field name ignored\n");
     lexer.state = ListState::after_name;
@@ -76,12 +88,16 @@ Step step_after_equals(Token& token, ListLexer& lexer, char c) {
     return Step::skip;
   }
   const std::size_t here = token.list.pos;
-  if (c == lexer.quote) return begin_value(token, lexer, ListState::in_quoted, here + 1);
+  if (c == lexer.quote) {
+    return begin_value(token, lexer, ListState::in_quoted, here + 1);
+  }
   return begin_value(token, lexer, ListState::in_value, here);
 }
 
 Step step_in_value(Token& token, ListLexer& lexer, char c) {
-  if (is_blank(c)) return note_blank(token);
+  if (is_blank(c)) {
+    return note_blank(token);
+  }
   if (c == ',') {
     lexer.state = ListState::after_name;
     return finish_trimmed(token);
@@ -103,7 +119,9 @@ Step step_in_value(Token& token, ListLexer& lexer, char c) {
 }
 
 Step step_in_quoted(Token& token, ListLexer& lexer, char c) {
-  if (token.escaped) return resolve_escape(token, c, lexer.quote);
+  if (token.escaped) {
+    return resolve_escape(token, c, lexer.quote);
+  }
   if (c == '\\') {
     token.escaped = true;
     return Step::skip;
@@ -177,7 +195,9 @@ TokenKind next_list_token(ListLexer& lexer, ListText& list, ValueText& token_tex
   while (list.pos < list.text.size()) {
     const bool in_name = lexer.state == ListState::in_name;
     const Step step = take_character(token, lexer, list.text[list.pos]);
-    if (step != Step::again) ++list.pos;
+    if (step != Step::again) {
+      ++list.pos;
+    }
     if (step == Step::finish) {
       return in_name ? deliver_name(token, token_text) : deliver_value(token, token_text);
     }
@@ -198,7 +218,9 @@ bool next_add_item(ListText& list, char quote, NameText& name, ValueText& value)
         name_pending = true;
         break;
       case TokenKind::value:
-        if (name_pending) return true;
+        if (name_pending) {
+          return true;
+        }
         print_error("Unexpected value '%s', field ignored\n", value.data());
         break;
       case TokenKind::end:

@@ -9,7 +9,9 @@
 namespace tagmend {
 
 std::size_t read_list_file(const char* file_name, std::span<char> buffer) {
-  if (buffer.empty()) return 0;
+  if (buffer.empty()) {
+    return 0;
+  }
   buffer.front() = '\0';
 
   const bool from_stdin = file_name[0] == '-';

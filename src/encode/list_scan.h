@@ -35,7 +35,9 @@ constexpr bool is_white_space(char c) { return is_blank(c) || c == '\n'; }
 
 /// A blank inside an unquoted value: the value ends before it when nothing but blanks follows.
 inline Step note_blank(Token& token) {
-  if (!token.blank_run) token.blank_run = token.list.pos;
+  if (!token.blank_run) {
+    token.blank_run = token.list.pos;
+  }
   return Step::skip;
 }
 
@@ -61,7 +63,9 @@ inline Step finish_trimmed(Token& token) {
 /// the list moves up and a blank fills its end.
 inline Step resolve_escape(Token& token, char c, char quote) {
   token.escaped = false;
-  if (c != quote) return Step::skip;
+  if (c != quote) {
+    return Step::skip;
+  }
   const std::span<char> rest = token.list.text.subspan(token.list.pos - 1);
   std::copy(rest.begin() + 1, rest.end(), rest.begin());
   rest.back() = ' ';

@@ -17,7 +17,9 @@ struct Separators {
 };
 
 Step step_between(Token& token, State& state, const Separators& marks, char c) {
-  if (is_white_space(c)) return Step::skip;
+  if (is_white_space(c)) {
+    return Step::skip;
+  }
   if (c == marks.quote) {
     state = State::in_quoted;
     token.start = token.list.pos + 1;
@@ -29,8 +31,12 @@ Step step_between(Token& token, State& state, const Separators& marks, char c) {
 }
 
 Step step_in_item(Token& token, const Separators& marks, char c) {
-  if (is_blank(c)) return note_blank(token);
-  if (c == '\n' || c == marks.separator) return finish_trimmed(token);
+  if (is_blank(c)) {
+    return note_blank(token);
+  }
+  if (c == '\n' || c == marks.separator) {
+    return finish_trimmed(token);
+  }
   if (c == marks.quote) {
     print_error("Unexpected '%c' ignored\n", c);
     return Step::skip;
@@ -39,8 +45,12 @@ Step step_in_item(Token& token, const Separators& marks, char c) {
 }
 
 Step step_in_quoted(Token& token, const Separators& marks, char c) {
-  if (token.escaped) return resolve_escape(token, c, marks.quote);
-  if (c == marks.quote) return finish_before(token);
+  if (token.escaped) {
+    return resolve_escape(token, c, marks.quote);
+  }
+  if (c == marks.quote) {
+    return finish_before(token);
+  }
   token.escaped = c == '\\';
   return Step::skip;
 }
@@ -81,7 +91,9 @@ bool split_repeated_value(ListText& list, char quote, char separator, ValueText&
   Token token{list};
   while (list.pos < list.text.size()) {
     const Step step = take_character(token, state, marks, list.text[list.pos]);
-    if (step != Step::again) ++list.pos;
+    if (step != Step::again) {
+      ++list.pos;
+    }
     if (step == Step::finish) {
       deliver(token, value_limit, item);
       return true;

@@ -100,20 +100,26 @@ struct Expansion {
 
 /// Writes a piece whole or, when the output cannot take it, ends the expansion.
 void write(Expansion& expansion, std::string_view piece) {
-  if (expansion.section != expansion.wanted || expansion.full) return;
+  if (expansion.section != expansion.wanted || expansion.full) {
+    return;
+  }
   if (!expansion.output) {
     print_output("%.*s", static_cast<int>(piece.size()), piece.data());
     return;
   }
   TextBuffer& output = *expansion.output;
   const std::size_t room = output.room.size() - 1 - output.length;
-  if (piece.size() <= room) append(output, piece);
+  if (piece.size() <= room) {
+    append(output, piece);
+  }
   expansion.full = piece.size() >= room;
 }
 
 /// Writes a text as far as the output can take it.
 void write_text(Expansion& expansion, std::string_view text) {
-  for (std::size_t i = 0; i < text.size(); ++i) write(expansion, text.substr(i, 1));
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    write(expansion, text.substr(i, 1));
+  }
 }
 
 /// Writes a value; a quote character in it would end a quoted item, so it gets a backslash.
@@ -135,7 +141,9 @@ void start_name_here(Expansion& expansion) { expansion.name_start = expansion.po
 
 /// What stands for a backslash and the character in hand; also for a backslash at the end.
 void write_escape(Expansion& expansion) {
-  if (expansion.at_end()) return write(expansion, "\\");
+  if (expansion.at_end()) {
+    return write(expansion, "\\");
+  }
   const char c = expansion.text[expansion.pos];
   switch (c) {
     case '\\':
@@ -156,9 +164,15 @@ void write_escape(Expansion& expansion) {
 }
 
 std::optional<TemplateSection> section_mark(std::string_view name) {
-  if (equal_ignoring_case(name, "exif-head")) return TemplateSection::head;
-  if (equal_ignoring_case(name, "exif-file")) return TemplateSection::file;
-  if (equal_ignoring_case(name, "exif-tail")) return TemplateSection::tail;
+  if (equal_ignoring_case(name, "exif-head")) {
+    return TemplateSection::head;
+  }
+  if (equal_ignoring_case(name, "exif-file")) {
+    return TemplateSection::file;
+  }
+  if (equal_ignoring_case(name, "exif-tail")) {
+    return TemplateSection::tail;
+  }
   return std::nullopt;
 }
 
@@ -169,7 +183,9 @@ void substitute_here(Expansion& expansion) {
     expansion.state = State::after_mark;
     return;
   }
-  if (expansion.section != expansion.wanted) return;
+  if (expansion.section != expansion.wanted) {
+    return;
+  }
 
   NameValue value;
   switch (substitute_name(expansion.name(), value, expansion.context)) {
@@ -209,7 +225,9 @@ void perform(Expansion& expansion, Action action) {
 ErrorCode expand_template(std::string_view text, TemplateSection section, std::span<char> output,
                           const SubstitutionContext& context) {
   Expansion expansion{text, section, context, std::nullopt};
-  if (!output.empty()) expansion.output.emplace(output);
+  if (!output.empty()) {
+    expansion.output.emplace(output);
+  }
 
   while (expansion.state != State::end && !expansion.full) {
     const CharClass input = expansion.at_end() ? CharClass::end : class_of(text[expansion.pos]);

@@ -27,7 +27,9 @@ std::string_view text_of(const std::array<char, size>& text) {
 std::uint32_t date_taken_row() {
   for (std::uint32_t row = 0; row < field_table_defs.size(); ++row) {
     const FieldDef& def = field_table_defs[row];
-    if (def.is_date && equal_ignoring_case(def.nickname, "date-taken")) return row;
+    if (def.is_date && equal_ignoring_case(def.nickname, "date-taken")) {
+      return row;
+    }
   }
   return 0;
 }
@@ -36,7 +38,9 @@ std::uint32_t date_taken_row() {
 bool last_entry_text(const ImageFile& image, std::uint32_t row, std::string_view& text) {
   bool found = false;
   for (const FieldEntry& entry : image.table()) {
-    if (entry.def != row) continue;
+    if (entry.def != row) {
+      continue;
+    }
     text = text_of(entry.text);
     found = true;
   }
@@ -67,11 +71,15 @@ void split_date_text(std::string_view text, DateTakenParts& parts) {
 /// The parts of the date taken, which are cut when the first of them is asked for.
 const DateTakenParts& split_date_taken(ImageFile& image) {
   DateTakenParts& parts = image.date_taken;
-  if (parts.computed) return parts;
+  if (parts.computed) {
+    return parts;
+  }
   parts = {};
   parts.computed = true;
   std::string_view text;
-  if (last_entry_text(image, date_taken_row(), text)) split_date_text(text, parts);
+  if (last_entry_text(image, date_taken_row(), text)) {
+    split_date_text(text, parts);
+  }
   return parts;
 }
 
@@ -82,7 +90,9 @@ constexpr std::size_t sibling_room = 257;
 
 std::string_view expand_setting(const char* text, std::uint32_t length, NameValue& value,
                                 const SubstitutionContext& context) {
-  if (context.nested) return {};
+  if (context.nested) {
+    return {};
+  }
   SubstitutionContext inner = context;
   inner.nested = true;
   const std::span<char> room = std::span(value.scratch).first(sibling_room);
@@ -171,8 +181,12 @@ constexpr FileVariable file_variables[] = {
 ErrorCode variable_value(std::string_view name, NameValue& value,
                          const SubstitutionContext& context) {
   for (const FileVariable& variable : file_variables) {
-    if (!equal_ignoring_case(name, variable.name)) continue;
-    if (!context.image) return ErrorCode::field_not_present;
+    if (!equal_ignoring_case(name, variable.name)) {
+      continue;
+    }
+    if (!context.image) {
+      return ErrorCode::field_not_present;
+    }
     value.text = variable.text(context, value);
     return ErrorCode::ok;
   }
@@ -180,9 +194,13 @@ ErrorCode variable_value(std::string_view name, NameValue& value,
 }
 
 ErrorCode field_value(const FieldDef& def, NameValue& value, const SubstitutionContext& context) {
-  if (!context.image) return ErrorCode::field_not_present;
+  if (!context.image) {
+    return ErrorCode::field_not_present;
+  }
   for (const FieldEntry& entry : context.image->table()) {
-    if (entry.tag != def.tag || entry.kind != def.ifd_kind) continue;
+    if (entry.tag != def.tag || entry.kind != def.ifd_kind) {
+      continue;
+    }
     value.text = text_of(entry.text);
     return ErrorCode::ok;
   }

@@ -386,8 +386,12 @@ constexpr bool has_map(const IptcDatasetDef& def) { return def.value_map || def.
 constexpr bool numbers_rise() {
   for (std::size_t i = 2; i < rows().size() && rows()[i].resource == resource_iptc; ++i) {
     const IptcDatasetDef& before = rows()[i - 1];
-    if (rows()[i].record < before.record) return false;
-    if (rows()[i].record == before.record && rows()[i].dataset <= before.dataset) return false;
+    if (rows()[i].record < before.record) {
+      return false;
+    }
+    if (rows()[i].record == before.record && rows()[i].dataset <= before.dataset) {
+      return false;
+    }
   }
   return true;
 }
@@ -427,7 +431,9 @@ std::uint16_t find_dataset_by_number(std::uint16_t record, std::uint16_t dataset
 
 std::uint16_t find_resource(std::uint16_t resource) {
   for (std::size_t row = 0; row < rows().size(); ++row) {
-    if (rows()[row].resource == resource) return static_cast<std::uint16_t>(row);
+    if (rows()[row].resource == resource) {
+      return static_cast<std::uint16_t>(row);
+    }
   }
   return 0;
 }

@@ -14,7 +14,9 @@ struct Prefix {
 template <std::size_t size>
 constexpr Prefix prefix(const char (&text)[size]) {
   Prefix result{.length = size - 1};
-  for (std::size_t i = 0; i + 1 < size; ++i) result.bytes[i] = static_cast<std::uint8_t>(text[i]);
+  for (std::size_t i = 0; i + 1 < size; ++i) {
+    result.bytes[i] = static_cast<std::uint8_t>(text[i]);
+  }
   return result;
 }
 
@@ -98,7 +100,9 @@ namespace {
 
 constexpr bool rows_stand_at_their_kind() {
   for (std::size_t i = 0; i + 1 < maker_table.size(); ++i) {
-    if (maker_table[i].kind != i) return false;
+    if (maker_table[i].kind != i) {
+      return false;
+    }
   }
   return maker_table.back().kind == end_kind;
 }

@@ -86,6 +86,7 @@ ErrorCode read_image_file(ReadContext& context, std::string_view directory, cons
     return ErrorCode::cannot_open_file;
   }
   const ErrorCode result = read_open_file(context, *file);
+  image.read_failed = mferror(*file) != 0;
   if (mfclose(file.release()) != 0) {
     print_error("Error: Can't close file %s: %s\n", image.file_name.data(), std::strerror(errno));
   }

@@ -43,7 +43,9 @@ bool holds_field(const ImageFile& image, const FieldDef& def) {
 }
 
 void append_removal(EditList& edits, const ImageFile& image, std::uint16_t field) {
-  if (edits.count >= EditList::capacity || !holds_field(image, field_table_defs[field])) return;
+  if (edits.count >= EditList::capacity || !holds_field(image, field_table_defs[field])) {
+    return;
+  }
   edits.entries[static_cast<std::size_t>(edits.count++)] = {.op = EditOp::remove, .field = field};
 }
 
@@ -51,7 +53,9 @@ void append_removal(EditList& edits, const ImageFile& image, std::uint16_t field
 // file, or go when nothing is left in it.
 void append_iptc_field_edits(const EditContext& context, EditList& edits) {
   const WriterFields& rows = writer_fields();
-  if (!context.app13.built || file_type_info(context.image.file_type).has_iptc_segment) return;
+  if (!context.app13.built || file_type_info(context.image.file_type).has_iptc_segment) {
+    return;
+  }
   if (context.iptc.count == 0) {
     append_removal(edits, context.image, rows.iptc_fields);
     append_removal(edits, context.image, rows.photoshop);
@@ -76,7 +80,9 @@ bool adds_field(const EditList& edits, std::uint16_t row) {
 // A new EXIF or GPS IFD must hold the version of the standard that it follows (Exif 2.2, 4.6.5 and
 // 4.6.6); a version that the user asks for stands.
 void append_version_edit(IfdKind kind, EditList& edits) {
-  if (edits.count + 1 >= EditList::capacity) return;
+  if (edits.count + 1 >= EditList::capacity) {
+    return;
+  }
   std::uint16_t row = 0;
   const char* version = "";
   if (kind == IfdKind::image) {
@@ -88,7 +94,9 @@ void append_version_edit(IfdKind kind, EditList& edits) {
   } else {
     return;
   }
-  if (adds_field(edits, row)) return;
+  if (adds_field(edits, row)) {
+    return;
+  }
   const auto type = static_cast<std::uint16_t>(field_table_defs[row].data_type);
   static_cast<void>(append_edit(edits, row, type, version));
 }
@@ -102,7 +110,9 @@ struct NewValue {
 };
 
 ErrorCode take_block(std::span<const std::uint8_t> block, std::uint16_t type, NewValue& value) {
-  if (block.empty()) return ErrorCode::invalid_value;
+  if (block.empty()) {
+    return ErrorCode::invalid_value;
+  }
   const std::uint64_t size = type_sizes[type];
   value.bytes = block;
   value.count = static_cast<std::uint32_t>((block.size() + size - 1) / size);
@@ -124,9 +134,13 @@ ErrorCode make_value(const EditContext& context, EditEntry& edit, const InsertPo
                             .early_check = false};
   const ErrorCode result = exif_encode_field(edit.field, target, edit.value.data(), edit.encoded,
                                              value.count, context.substitution);
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   const std::uint64_t size = value_size(edit.type, value.count);
-  if (size > encoded_limit) return ErrorCode::value_too_long;
+  if (size > encoded_limit) {
+    return ErrorCode::value_too_long;
+  }
   value.bytes = std::span(edit.encoded).first(size);
   return ErrorCode::ok;
 }
@@ -182,7 +196,9 @@ struct DeletedEntry {
 
 DeletedEntry delete_entry(ImageFile& image, const FieldDef& def) {
   for (FieldEntry& entry : image.table()) {
-    if (entry.tag != def.tag || entry.kind != def.ifd_kind || entry.ifd.display_only) continue;
+    if (entry.tag != def.tag || entry.kind != def.ifd_kind || entry.ifd.display_only) {
+      continue;
+    }
     const DeletedEntry deleted{true, entry.index, entry.ifd.id};
     entry.index = deleted_index;
     sort_by_index(image);
@@ -193,7 +209,9 @@ DeletedEntry delete_entry(ImageFile& image, const FieldDef& def) {
 
 // A value that could not be encoded must not cost the file the value that it had.
 void restore_entry(ImageFile& image, const FieldDef& def, const DeletedEntry& deleted) {
-  if (!deleted.found) return;
+  if (!deleted.found) {
+    return;
+  }
   for (FieldEntry& entry : image.table()) {
     if (entry.tag != def.tag || entry.kind != def.ifd_kind || !is_deleted(entry) ||
         entry.ifd.id != deleted.ifd) {
@@ -213,7 +231,9 @@ ErrorCode add_field(EditContext& context, EditList& edits, EditEntry& edit) {
     return ErrorCode::field_not_present;
   }
   NewValue value;
-  if (place.new_ifd) append_version_edit(def.ifd_kind, edits);
+  if (place.new_ifd) {
+    append_version_edit(def.ifd_kind, edits);
+  }
   const ErrorCode result = make_value(context, edit, place, value);
   if (result != ErrorCode::ok) {
     print_error("Can't add EXIF field %s (value '%s'): %s\n", def.description, edit.value.data(),
@@ -221,7 +241,9 @@ ErrorCode add_field(EditContext& context, EditList& edits, EditEntry& edit) {
     return result;
   }
   FieldEntry entry = make_entry(edit, place, value);
-  if (place.new_ifd) ++context.image.ifd_count;
+  if (place.new_ifd) {
+    ++context.image.ifd_count;
+  }
   insert_entry(context.image, entry, place.position);
   return ErrorCode::ok;
 }
@@ -242,14 +264,18 @@ void apply_edit(EditContext& context, EditList& edits, EditEntry& edit, ErrorCod
     return;
   }
   restore_entry(context.image, def, deleted);
-  if (result != ErrorCode::field_not_present) pending = result;
+  if (result != ErrorCode::field_not_present) {
+    pending = result;
+  }
 }
 
 // Elements of array fields, and fields of a maker note that is carried over as one value, were
 // stored for display only.
 void delete_display_entries(ImageFile& image) {
   for (FieldEntry& entry : image.table()) {
-    if (entry.tag > 0xFFFF || entry.ifd.display_only) entry.index = deleted_index;
+    if (entry.tag > 0xFFFF || entry.ifd.display_only) {
+      entry.index = deleted_index;
+    }
   }
   sort_by_index(image);
 }
@@ -258,7 +284,9 @@ void delete_display_entries(ImageFile& image) {
 
 ErrorCode apply_exif_edits(EditContext& context, EditList& edits) {
   ImageFile& image = context.image;
-  if (context.options.set_size) apply_size_edits(image, edits);
+  if (context.options.set_size) {
+    apply_size_edits(image, edits);
+  }
   sort_by_index(image);
   append_iptc_field_edits(context, edits);
 

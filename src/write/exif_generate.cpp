@@ -22,7 +22,9 @@ struct Header {
   std::size_t length = 0;
 
   void put(std::string_view text) {
-    for (const char c : text) bytes[length++] = static_cast<std::uint8_t>(c);
+    for (const char c : text) {
+      bytes[length++] = static_cast<std::uint8_t>(c);
+    }
   }
   void put_u16(std::uint16_t value, bool big_endian) {
     store_u16(std::span(bytes).subspan(length).first<2>(), value, big_endian);
@@ -68,7 +70,9 @@ ErrorCode generate_exif(MFILE& source, MFILE& output, std::uint64_t position,
   writer.data_end = tiff_header_size;
   writer.big_endian = image.big_endian;
   ErrorCode result = write_main_chain(writer);
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
 
   const auto data_end = static_cast<std::uint64_t>(writer.data_end);
   Header header;
@@ -79,12 +83,16 @@ ErrorCode generate_exif(MFILE& source, MFILE& output, std::uint64_t position,
     }
     put_segment_header(header, data_end);
     result = write_tail(output, position + segment_header_size + data_end, file_name);
-    if (result != ErrorCode::ok) return result;
+    if (result != ErrorCode::ok) {
+      return result;
+    }
   }
   put_tiff_header(header, image.big_endian);
   result =
       write_block_at(output, position, std::span(header.bytes).first(header.length), file_name);
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   return seek_to_offset(output, position + segment_header_size + data_end + segment_tail_size);
 }
 

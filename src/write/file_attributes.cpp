@@ -40,7 +40,9 @@ void copy_attribute(int source, int destination, const char* name) {
     room.grow();
     length = fgetxattr(source, name, room.data, room.size);
   }
-  if (length >= 0) fsetxattr(destination, name, room.data, static_cast<std::size_t>(length), 0);
+  if (length >= 0) {
+    fsetxattr(destination, name, room.data, static_cast<std::size_t>(length), 0);
+  }
 }
 
 void copy_extended_attributes(int source, int destination) {
@@ -65,7 +67,9 @@ void copy_extended_attributes(int source, int destination) {
 void copy_attributes(int source, int destination) {
   struct stat from {};
   struct stat to {};
-  if (fstat(source, &from) != 0 || fstat(destination, &to) != 0) return;
+  if (fstat(source, &from) != 0 || fstat(destination, &to) != 0) {
+    return;
+  }
   mode_t mode = from.st_mode & 07777;
   if (from.st_gid != to.st_gid && fchown(destination, static_cast<uid_t>(-1), from.st_gid) != 0) {
     // What the old group was allowed must not pass to another group.

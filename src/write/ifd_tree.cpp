@@ -9,7 +9,9 @@ namespace {
 // Whether the IFD of `next` follows that of `last` in one chain, or in one array of offsets. On the
 // main chain an emptied IFD between the two is passed over.
 bool continues_chain(const FieldEntry& last, const FieldEntry& next) {
-  if (next.level == 0) return true;
+  if (next.level == 0) {
+    return true;
+  }
   return next.ifd.parent == last.ifd.parent && next.seq >> 16 == last.seq >> 16 &&
          next.seq > last.seq;
 }
@@ -28,7 +30,9 @@ constexpr UsualParent usual_parents[] = {
 
 std::uint32_t usual_parent(std::uint32_t pointer) {
   for (const UsualParent& row : usual_parents) {
-    if (row.pointer == pointer) return row.parent;
+    if (row.pointer == pointer) {
+      return row.parent;
+    }
   }
   return tag_sub_ifd;
 }
@@ -39,7 +43,9 @@ TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std
   std::optional<std::size_t> last;
   std::size_t end = begin;
   for (; end < table.size() && table[end].level >= level; ++end) {
-    if (table[end].level != level) continue;
+    if (table[end].level != level) {
+      continue;
+    }
     if (last && table[end].ifd.id != table[*last].ifd.id &&
         !continues_chain(table[*last], table[end])) {
       break;
@@ -52,8 +58,12 @@ TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std
 TableRange first_ifd(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level) {
   std::optional<std::size_t> last;
   for (std::size_t place = chain.begin; place < chain.end; ++place) {
-    if (table[place].level != level) continue;
-    if (last && table[place].ifd.id != table[*last].ifd.id) return {chain.begin, place};
+    if (table[place].level != level) {
+      continue;
+    }
+    if (last && table[place].ifd.id != table[*last].ifd.id) {
+      return {chain.begin, place};
+    }
     last = place;
   }
   return chain;

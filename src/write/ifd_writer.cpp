@@ -60,8 +60,12 @@ ErrorCode write_chain(IfdWriter& writer, TableRange chain, std::uint16_t level,
 // ---- Headers in front of an IFD -----------------------------------------------------------------
 
 std::uint32_t header_size(const ImageFile& image, std::uint32_t pointer) {
-  if (pointer == tag_ricoh_info) return ricoh_info_header.size();
-  if (pointer != tag_maker_note) return 0;
+  if (pointer == tag_ricoh_info) {
+    return ricoh_info_header.size();
+  }
+  if (pointer != tag_maker_note) {
+    return 0;
+  }
   const MakerDef& maker = maker_def(image.maker_note_kind);
   const bool inner = maker.structure == MakerStructure::tiff_header;
   return maker.header_length + (inner ? inner_tiff_header_size : 0U);
@@ -72,11 +76,17 @@ void put_text(ByteCursor& buffer, std::string_view text) {
 }
 
 void put_header(const IfdWriter& writer, ByteCursor& buffer, std::uint32_t pointer) {
-  if (pointer == tag_ricoh_info) put_text(buffer, ricoh_info_header);
-  if (pointer != tag_maker_note) return;
+  if (pointer == tag_ricoh_info) {
+    put_text(buffer, ricoh_info_header);
+  }
+  if (pointer != tag_maker_note) {
+    return;
+  }
   const MakerDef& maker = maker_def(writer.image.maker_note_kind);
   cursor_put_bytes(buffer, std::span(maker.prefix).first(maker.header_length));
-  if (maker.structure != MakerStructure::tiff_header) return;
+  if (maker.structure != MakerStructure::tiff_header) {
+    return;
+  }
   put_text(buffer, writer.big_endian ? "MM" : "II");
   cursor_put_u16(buffer, 42);
   cursor_put_u32(buffer, inner_tiff_header_size);
@@ -86,7 +96,9 @@ void put_header(const IfdWriter& writer, ByteCursor& buffer, std::uint32_t point
 
 ErrorCode advance_data_end(IfdWriter& writer, std::uint64_t size) {
   const std::uint64_t end = static_cast<std::uint64_t>(writer.data_end) + size;
-  if (end > static_cast<std::uint64_t>(max_offset)) return ErrorCode::exif_too_long;
+  if (end > static_cast<std::uint64_t>(max_offset)) {
+    return ErrorCode::exif_too_long;
+  }
   writer.data_end = static_cast<std::int64_t>(round_up_even(end));
   return ErrorCode::ok;
 }
@@ -99,13 +111,17 @@ ErrorCode write_new_value(IfdWriter& writer, const FieldEntry& entry, std::uint6
   const auto data = entry.data.first(std::min<std::uint64_t>(size, entry.data.size()));
   const char* name = writer.image.file_name.data();
   const ErrorCode result = write_block_at(writer.output, position, data, name);
-  if (result != ErrorCode::ok || data.size() == size) return result;
+  if (result != ErrorCode::ok || data.size() == size) {
+    return result;
+  }
   return write_block_at(writer.output, position + data.size(),
                         std::span(zeros).first(std::min(size - data.size(), zeros.size())), name);
 }
 
 ErrorCode write_long_value(IfdWriter& writer, const FieldEntry& entry, std::uint64_t size) {
-  if (entry.edited) return write_new_value(writer, entry, size);
+  if (entry.edited) {
+    return write_new_value(writer, entry, size);
+  }
   return copy_from_offsets(writer.source, entry.value_pos, writer.output,
                            writer.base + writer.data_end, size);
 }
@@ -134,7 +150,9 @@ void note_image_data(const IfdWriter& writer, OpenIfd& ifd, const FieldEntry& en
 ErrorCode write_entry(IfdWriter& writer, OpenIfd& ifd, const FieldEntry& entry) {
   check_consistency(is_stored_type(entry.type), line_entry_type, module_writer);
   const std::uint64_t size = value_size(entry.type, entry.count);
-  if (ifd.is_image) note_image_data(writer, ifd, entry, ifd.buffer.pos, size);
+  if (ifd.is_image) {
+    note_image_data(writer, ifd, entry, ifd.buffer.pos, size);
+  }
   cursor_put_u16(ifd.buffer, static_cast<std::uint16_t>(entry.tag & 0xFFFF));
   cursor_put_u16(ifd.buffer, entry.type);
   cursor_put_u32(ifd.buffer, entry.count);
@@ -164,7 +182,9 @@ IfdWriter nested_writer(const IfdWriter& writer, std::uint32_t pointer, bool big
   IfdWriter nested = writer;
   nested.ifd_pos = writer.data_end;
   nested.big_endian = big_endian;
-  if (pointer != tag_maker_note) return nested;
+  if (pointer != tag_maker_note) {
+    return nested;
+  }
   const MakerDef& maker = maker_def(writer.image.maker_note_kind);
   const std::int64_t start = writer.base + writer.data_end;
   if (maker.structure == MakerStructure::own_base) {
@@ -197,12 +217,16 @@ ErrorCode write_nested(IfdWriter& writer, OpenIfd& ifd, TableRange chain, std::u
   OffsetArray array;
   if (count >= 2) {
     const ErrorCode result = reserve_offset_array(writer, count, array);
-    if (result != ErrorCode::ok) return result;
+    if (result != ErrorCode::ok) {
+      return result;
+    }
   }
   const bool big_endian = own != nullptr ? own->ifd.big_endian : writer.big_endian;
   IfdWriter nested = nested_writer(writer, tag, big_endian);
   const ErrorCode result = write_chain(nested, chain, level, tag, array);
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
 
   const std::int64_t nested_end = round_up_even(nested.data_end + nested.base - writer.base);
   if (tag == tag_maker_note) {
@@ -223,10 +247,14 @@ ErrorCode begin_ifd(IfdWriter& writer, OpenIfd& ifd, TableRange range, std::uint
   ifd.header = header_size(writer.image, pointer);
   ifd.entries = count_entries(table, range, level);
   const std::uint32_t needed = ifd.header + 2 + ifd.entries * entry_size + 4;
-  if (writer.ifd_pos + needed > max_offset) return ErrorCode::exif_too_long;
+  if (writer.ifd_pos + needed > max_offset) {
+    return ErrorCode::exif_too_long;
+  }
   const std::uint32_t room = std::max(usual_ifd_buffer, needed);
   ifd.memory = make_tagged_bytes(room, "FH", __LINE__);
-  if (!ifd.memory) return ErrorCode::no_memory;
+  if (!ifd.memory) {
+    return ErrorCode::no_memory;
+  }
   ifd.buffer.big_endian = writer.big_endian;
   cursor_init(ifd.buffer, nullptr, {ifd.memory.get(), room}, 0);
   put_header(writer, ifd.buffer, pointer);
@@ -237,14 +265,20 @@ ErrorCode begin_ifd(IfdWriter& writer, OpenIfd& ifd, TableRange range, std::uint
 
 // Moves the JPEG stream behind the IFD's values; both of its entries are written anew.
 ErrorCode move_jpeg_stream(IfdWriter& writer, OpenIfd& ifd) {
-  if (ifd.stream_source < 0) return ErrorCode::end_of_buffer;
+  if (ifd.stream_source < 0) {
+    return ErrorCode::end_of_buffer;
+  }
   const ErrorCode result =
       ifd.stream_length == 0 ? ErrorCode::ok
                              : copy_from_offsets(writer.source, ifd.stream_source, writer.output,
                                                  writer.base + writer.data_end, ifd.stream_length);
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   const auto rewrite = [&](std::uint32_t at, std::uint32_t tag, std::int64_t value) {
-    if (at == 0) return;
+    if (at == 0) {
+      return;
+    }
     const std::uint32_t end = ifd.buffer.pos;
     ifd.buffer.pos = at;
     put_pointer(ifd, tag, type_long, 1, value);
@@ -258,20 +292,28 @@ ErrorCode move_jpeg_stream(IfdWriter& writer, OpenIfd& ifd) {
 ErrorCode complete_ifd(IfdWriter& writer, OpenIfd& ifd) {
   if (ifd.stream_offset_at != 0) {
     const ErrorCode result = move_jpeg_stream(writer, ifd);
-    if (result != ErrorCode::ok) return result;
+    if (result != ErrorCode::ok) {
+      return result;
+    }
   }
   cursor_put_u32(ifd.buffer, 0);
   const auto position = static_cast<std::uint64_t>(writer.base + writer.ifd_pos);
   const char* name = writer.image.file_name.data();
   const ErrorCode result =
       write_block_at(writer.output, position, ifd.buffer.buffer.first(ifd.buffer.pos), name);
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   for (const MovedPieces& pieces : ifd.pieces) {
-    if (pieces.offsets == nullptr || pieces.lengths == nullptr) continue;
+    if (pieces.offsets == nullptr || pieces.lengths == nullptr) {
+      continue;
+    }
     const PieceTarget target{writer.source, writer.output, writer.base, writer.image};
     std::uint64_t data_end = static_cast<std::uint64_t>(writer.data_end);
     const ErrorCode moved = move_pieces(pieces, target, data_end);
-    if (moved != ErrorCode::ok) return moved;
+    if (moved != ErrorCode::ok) {
+      return moved;
+    }
     writer.data_end = static_cast<std::int64_t>(data_end);
   }
   return ErrorCode::ok;
@@ -324,11 +366,15 @@ ErrorCode write_chain(IfdWriter& writer, TableRange chain, std::uint16_t level,
     }
     if (link != 0) {
       const ErrorCode linked = put_offset_at(writer, link, writer.ifd_pos);
-      if (linked != ErrorCode::ok) return linked;
+      if (linked != ErrorCode::ok) {
+        return linked;
+      }
     }
     link = next_ifd_field(writer, ifd, level, pointer);
     const ErrorCode result = write_ifd(writer, ifd, level, pointer);
-    if (result != ErrorCode::ok) return result;
+    if (result != ErrorCode::ok) {
+      return result;
+    }
     writer.ifd_pos = writer.data_end;
     chain.begin = ifd.end;
   }

@@ -16,7 +16,9 @@ constexpr bool is_immovable(std::uint32_t tag) {
 
 const FieldEntry* find_in_ifd(const ImageFile& image, const FieldEntry& place, std::uint32_t tag) {
   for (const FieldEntry& entry : image.table()) {
-    if (entry.ifd.id == place.ifd.id && entry.tag == tag) return &entry;
+    if (entry.ifd.id == place.ifd.id && entry.tag == tag) {
+      return &entry;
+    }
   }
   return nullptr;
 }
@@ -31,11 +33,17 @@ bool has_partner(const ImageFile& image, const FieldEntry& entry, const ImageDat
 }
 
 bool can_be_carried(const ImageFile& image, const FieldEntry& entry) {
-  if (is_immovable(entry.tag)) return false;
-  for (const ImageDataPair& pair : piece_pairs) {
-    if (!has_partner(image, entry, pair)) return false;
+  if (is_immovable(entry.tag)) {
+    return false;
   }
-  if (!has_partner(image, entry, jpeg_stream_pair)) return false;
+  for (const ImageDataPair& pair : piece_pairs) {
+    if (!has_partner(image, entry, pair)) {
+      return false;
+    }
+  }
+  if (!has_partner(image, entry, jpeg_stream_pair)) {
+    return false;
+  }
   const bool jpeg_field = entry.tag == jpeg_stream_pair.offsets_tag;
   return !jpeg_field || entry.count == 1;
 }

@@ -9,7 +9,9 @@ namespace {
 
 std::size_t live_count(const ImageFile& image) {
   std::size_t count = image.field_count;
-  while (count > 0 && is_deleted(image.fields[count - 1])) --count;
+  while (count > 0 && is_deleted(image.fields[count - 1])) {
+    --count;
+  }
   return count;
 }
 
@@ -17,14 +19,18 @@ std::size_t live_count(const ImageFile& image) {
 // entry and its IFDs.
 int behind_nested(const ImageFile& image, std::size_t place, std::uint16_t level) {
   const std::size_t live = live_count(image);
-  while (place + 1 < live && image.fields[place + 1].level > level) ++place;
+  while (place + 1 < live && image.fields[place + 1].level > level) {
+    ++place;
+  }
   return static_cast<int>(place);
 }
 
 // Whether a new entry of the IFD at `level`, some of whose entries come later in the table, may
 // stand behind `entry` of another kind.
 bool ends_search(const FieldEntry& entry, std::uint16_t level, std::uint32_t tag) {
-  if (entry.level <= level) return true;
+  if (entry.level <= level) {
+    return true;
+  }
   return entry.level == level + 1 && (entry.ifd.parent & 0xFFFF) < (tag & 0xFFFF);
 }
 
@@ -50,14 +56,18 @@ std::optional<InsertPosition> search_kind(IfdKind kind, std::uint32_t tag, const
       return result;
     }
   }
-  if (!seen) return std::nullopt;
+  if (!seen) {
+    return std::nullopt;
+  }
   result.position = before_all;
   return result;
 }
 
 int first_of_kind(IfdKind kind, const ImageFile& image) {
   for (std::size_t place = 0; place < live_count(image); ++place) {
-    if (image.fields[place].kind == kind) return static_cast<int>(place);
+    if (image.fields[place].kind == kind) {
+      return static_cast<int>(place);
+    }
   }
   return nowhere;
 }
@@ -66,7 +76,9 @@ int first_of_kind(IfdKind kind, const ImageFile& image) {
 // before the first entry of IFD0.
 int pointer_position(std::uint32_t pointer_tag, const ImageFile& image) {
   const auto found = search_kind(IfdKind::camera, pointer_tag, image);
-  if (!found) return nowhere;
+  if (!found) {
+    return nowhere;
+  }
   return found->position == before_all ? first_of_kind(IfdKind::camera, image) : found->position;
 }
 
@@ -100,7 +112,9 @@ InsertPosition new_ifd_position(IfdKind kind, const ImageFile& image) {
 }  // namespace
 
 InsertPosition find_insert_position(IfdKind kind, std::uint32_t tag, const ImageFile& image) {
-  if (const auto found = search_kind(kind, tag, image)) return *found;
+  if (const auto found = search_kind(kind, tag, image)) {
+    return *found;
+  }
   return new_ifd_position(kind, image);
 }
 

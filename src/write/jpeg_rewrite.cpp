@@ -28,10 +28,14 @@ bool starts_with(MFILE& input, std::string_view text) {
 
 ErrorCode write_exif_segment(JpegRewrite& rewrite) {
   const std::int64_t position = tell_with_message(rewrite.output);
-  if (position < 0) return ErrorCode::write_failed;
+  if (position < 0) {
+    return ErrorCode::write_failed;
+  }
   const ErrorCode result = generate_exif(rewrite.input, rewrite.output,
                                          static_cast<std::uint64_t>(position), rewrite.image);
-  if (result == ErrorCode::ok) rewrite.exif_done = true;
+  if (result == ErrorCode::ok) {
+    rewrite.exif_done = true;
+  }
   return result;
 }
 
@@ -48,16 +52,22 @@ ErrorCode write_iptc_segment(JpegRewrite& rewrite) {
 
 ErrorCode handle_app1(JpegRewrite& rewrite, bool& drop) {
   const RunOptions& options = rewrite.options;
-  if (!starts_with(rewrite.input, std::string_view("Exif\0\0", 6))) return ErrorCode::ok;
+  if (!starts_with(rewrite.input, std::string_view("Exif\0\0", 6))) {
+    return ErrorCode::ok;
+  }
   const bool was_read = !rewrite.exif_seen;
   rewrite.exif_seen = true;
   if (options.erase_exif || rewrite.exif_done) {
     drop = true;
     // A further EXIF segment is never read, so what it holds is in no other place.
-    if (!options.erase_exif && !was_read) rewrite.dropped_unread = true;
+    if (!options.erase_exif && !was_read) {
+      rewrite.dropped_unread = true;
+    }
     return ErrorCode::ok;
   }
-  if (!was_read || !(options.exif_added || options.exif_removed)) return ErrorCode::ok;
+  if (!was_read || !(options.exif_added || options.exif_removed)) {
+    return ErrorCode::ok;
+  }
   drop = true;
   return write_exif_segment(rewrite);
 }
@@ -69,12 +79,16 @@ ErrorCode handle_app13(JpegRewrite& rewrite, bool& drop) {
     return ErrorCode::ok;
   }
   // Other programs keep data of their own in segments of this number.
-  if (!starts_with(rewrite.input, "Photoshop 3.0") || !rewrite.app13.built) return ErrorCode::ok;
+  if (!starts_with(rewrite.input, "Photoshop 3.0") || !rewrite.app13.built) {
+    return ErrorCode::ok;
+  }
   if (rewrite.iptc_done) {
     drop = true;
     return ErrorCode::ok;
   }
-  if (!options.iptc_added && !options.iptc_removed) return ErrorCode::ok;
+  if (!options.iptc_added && !options.iptc_removed) {
+    return ErrorCode::ok;
+  }
   drop = true;
   return write_iptc_segment(rewrite);
 }
@@ -99,10 +113,18 @@ ErrorCode write_missing_segments(JpegRewrite& rewrite, std::uint16_t marker) {
 ErrorCode handle_segment(JpegRewrite& rewrite, const Segment& segment, bool& drop) {
   const auto data_pos = static_cast<std::uint64_t>(segment.marker_pos) + 4;
   ErrorCode result = seek_to_offset(rewrite.input, data_pos);
-  if (result == ErrorCode::ok && segment.marker == marker_app1) result = handle_app1(rewrite, drop);
-  if (result == ErrorCode::ok) result = write_missing_segments(rewrite, segment.marker);
-  if (result == ErrorCode::ok) result = seek_to_offset(rewrite.input, data_pos);
-  if (result != ErrorCode::ok) return result;
+  if (result == ErrorCode::ok && segment.marker == marker_app1) {
+    result = handle_app1(rewrite, drop);
+  }
+  if (result == ErrorCode::ok) {
+    result = write_missing_segments(rewrite, segment.marker);
+  }
+  if (result == ErrorCode::ok) {
+    result = seek_to_offset(rewrite.input, data_pos);
+  }
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   if (segment.marker == marker_app2) {
     drop = rewrite.options.erase_flashpix &&
            read_fpxr_header(rewrite.input, segment.length).stream != -1;
@@ -134,12 +156,16 @@ ErrorCode rewrite_segment(JpegRewrite& rewrite, bool& finished) {
     result = write_missing_segments(rewrite, segment.marker);
     return result == ErrorCode::ok ? copy_rest(rewrite, start) : result;
   }
-  if (result == ErrorCode::ok) result = read_u16(rewrite.input, segment.length, true);
+  if (result == ErrorCode::ok) {
+    result = read_u16(rewrite.input, segment.length, true);
+  }
   if (result == ErrorCode::end_of_buffer) {
     finished = true;
     return copy_rest(rewrite, start);
   }
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   // Behind bytes that are no segment, the places of the others are not known: a new segment could
   // land inside of image data.
   if (segment.marker < 0xFF00 || segment.length < 2) {
@@ -148,14 +174,18 @@ ErrorCode rewrite_segment(JpegRewrite& rewrite, bool& finished) {
   }
   bool drop = false;
   result = handle_segment(rewrite, segment, drop);
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   const std::int64_t end = segment.marker_pos + 2 + segment.length;
   if (!drop) {
     result = copy_from_offsets(rewrite.input, start, rewrite.output, current_position,
                                static_cast<std::uint64_t>(end - start));
     // A last segment that is cut off counts: all of it that is there has been copied.
     finished = result == ErrorCode::end_of_buffer;
-    if (result != ErrorCode::ok) return finished ? ErrorCode::ok : result;
+    if (result != ErrorCode::ok) {
+      return finished ? ErrorCode::ok : result;
+    }
   }
   if (seek_to_offset(rewrite.input, static_cast<std::uint64_t>(end)) != ErrorCode::ok) {
     print_error("Seek failed while positioning to next mark: %s\n", std::strerror(errno));
@@ -168,7 +198,9 @@ ErrorCode rewrite_segment(JpegRewrite& rewrite, bool& finished) {
 ErrorCode rewrite_jpeg(JpegRewrite& rewrite) {
   ErrorCode result = seek_to_first_mark(rewrite.input, rewrite.image.file_type);
   bool finished = false;
-  while (result == ErrorCode::ok && !finished) result = rewrite_segment(rewrite, finished);
+  while (result == ErrorCode::ok && !finished) {
+    result = rewrite_segment(rewrite, finished);
+  }
   return result;
 }
 

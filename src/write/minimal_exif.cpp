@@ -35,7 +35,9 @@ FieldEntry entry_for(std::uint16_t row, std::string_view text, const ImageFile& 
 }  // namespace
 
 void init_minimal_exif(ImageFile& image) {
-  if (image.field_count != 0) return;
+  if (image.field_count != 0) {
+    return;
+  }
   FieldEntry firmware = entry_for(writer_fields().firm_ver, program_name, image);
   firmware.ifd.parent = root_main;
   firmware.data = bytes_of(program_name);

@@ -66,10 +66,18 @@ struct NumberField {
 // Copies one piece and gives the offset that it now has.
 ErrorCode move_piece(const PieceTarget& target, std::int64_t source_pos, std::uint32_t length,
                      std::uint32_t offset_size, std::uint64_t& data_end) {
-  if (offset_size == 2 && data_end > 0xFFFF) return ErrorCode::file_type_not_editable;
-  if (data_end + length > 0xFFFFFFFE) return ErrorCode::exif_too_long;
-  if (length == 0) return ErrorCode::ok;
-  if (source_pos < 0) return ErrorCode::end_of_buffer;
+  if (offset_size == 2 && data_end > 0xFFFF) {
+    return ErrorCode::file_type_not_editable;
+  }
+  if (data_end + length > 0xFFFFFFFE) {
+    return ErrorCode::exif_too_long;
+  }
+  if (length == 0) {
+    return ErrorCode::ok;
+  }
+  if (source_pos < 0) {
+    return ErrorCode::end_of_buffer;
+  }
   const ErrorCode result =
       copy_from_offsets(target.source, source_pos, target.output,
                         target.base + static_cast<std::int64_t>(data_end), length);
@@ -81,14 +89,18 @@ ErrorCode move_batch(const MovedPieces& pieces, const PieceTarget& target, Numbe
                      NumberField& lengths, std::uint32_t first, std::uint32_t count,
                      std::uint64_t& data_end) {
   ErrorCode result = offsets.load(target.source, first, count);
-  if (result == ErrorCode::ok) result = lengths.load(target.source, first, count);
+  if (result == ErrorCode::ok) {
+    result = lengths.load(target.source, first, count);
+  }
   for (std::uint32_t i = 0; i < count && result == ErrorCode::ok; ++i) {
     const std::int64_t source_pos = offsets.entry.ifd.source_base + offsets.number(i);
     const auto new_offset = static_cast<std::uint32_t>(data_end);
     result = move_piece(target, source_pos, lengths.number(i), offsets.size, data_end);
     store_number(offsets.bytes, i, offsets.size, new_offset, offsets.entry.ifd.big_endian);
   }
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   const auto position =
       static_cast<std::uint64_t>(pieces.new_offsets_pos) + std::uint64_t{first} * offsets.size;
   return write_block_at(target.output, position,
@@ -124,7 +136,9 @@ ErrorCode move_pieces(const MovedPieces& pieces, const PieceTarget& target,
     const std::uint32_t count = std::min(batch_size, total - first);
     result = move_batch(pieces, target, offsets, lengths, first, count, data_end);
   }
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   return seek_to_offset(target.source, static_cast<std::uint64_t>(position));
 }
 

@@ -22,14 +22,20 @@ constexpr int line_numbered_plain = 4304;
 
 // A rename that takes no name that is in use, where the system can do that.
 int rename_to_free(const char* name, const char* backup) {
-  if (renameat2(AT_FDCWD, name, AT_FDCWD, backup, RENAME_NOREPLACE) == 0) return 0;
-  if (errno != EINVAL && errno != ENOSYS) return -1;
+  if (renameat2(AT_FDCWD, name, AT_FDCWD, backup, RENAME_NOREPLACE) == 0) {
+    return 0;
+  }
+  if (errno != EINVAL && errno != ENOSYS) {
+    return -1;
+  }
   return std::rename(name, backup);
 }
 
 // A hard link leaves the original under its own name until the new file takes it.
 int keep_original(const char* name, const char* backup) {
-  if (link(name, backup) == 0) return 0;
+  if (link(name, backup) == 0) {
+    return 0;
+  }
   switch (errno) {
     case EPERM:
     case EACCES:
@@ -52,7 +58,9 @@ bool has_extension(std::string_view name) {
 // Whether the name leads to the file that was read.
 bool is_unchanged(const char* name, const FileIdentity& identity) {
   struct stat status {};
-  if (!identity.known) return true;
+  if (!identity.known) {
+    return true;
+  }
   return stat(name, &status) == 0 && status.st_dev == identity.device &&
          status.st_ino == identity.inode && status.st_size == identity.size &&
          status.st_mtim.tv_sec == identity.modified_sec &&
@@ -73,7 +81,9 @@ ErrorCode refuse_changed(const Replacement& files) {
 
 bool sync_directory() {
   const int directory = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (directory < 0) return false;
+  if (directory < 0) {
+    return false;
+  }
   // File systems that cannot sync a directory say EINVAL; there is nothing more to wait for then.
   const bool synced = fsync(directory) == 0 || errno == EINVAL;
   close(directory);
@@ -91,7 +101,9 @@ SiblingName make_backup_name(const char* name) {
 }
 
 ErrorCode replace_file(Replacement& files, const FileIdentity& identity) {
-  if (!is_unchanged(files.name, identity)) return refuse_changed(files);
+  if (!is_unchanged(files.name, identity)) {
+    return refuse_changed(files);
+  }
   if (give_free_name(files.name, files.backup, keep_original) != 0) {
     const bool dotted = has_extension(files.backup.data());
     check_consistency(errno != ENAMETOOLONG,

@@ -28,8 +28,9 @@ struct RewriteJob {
 
 ErrorCode open_original(const char* name, FileType& type, MFileHandle& input) {
   const ErrorCode result = open_and_identify(name, "rb", type, input);
-  if (result != ErrorCode::ok)
+  if (result != ErrorCode::ok) {
     print_error("Error openning file %s: %s\n", name, error_text(result));
+  }
   return result;
 }
 
@@ -44,8 +45,10 @@ ErrorCode create_output(FileType type, SiblingName& temp, MFileHandle& output) {
   return result;
 }
 
-ErrorCode write_new_file(MFILE& input, MFILE& output, RewriteJob& job) {
-  if (job.image.file_type != FileType::jpeg) return generate_exif(input, output, 0, job.image);
+ErrorCode write_content(MFILE& input, MFILE& output, RewriteJob& job) {
+  if (job.image.file_type != FileType::jpeg) {
+    return generate_exif(input, output, 0, job.image);
+  }
   JpegRewrite rewrite{.input = input,
                       .output = output,
                       .image = job.image,
@@ -56,15 +59,24 @@ ErrorCode write_new_file(MFILE& input, MFILE& output, RewriteJob& job) {
   return result;
 }
 
+// A read that the system failed must not pass for the end of the file.
+ErrorCode write_new_file(MFILE& input, MFILE& output, RewriteJob& job) {
+  const ErrorCode result = write_content(input, output, job);
+  return result == ErrorCode::ok && mferror(input) != 0 ? ErrorCode::read_failed : result;
+}
+
 // Everything must have arrived on stable storage before the new file may take the name: after a
 // power failure the name leads to the old content or to the new, never to an empty file.
-ErrorCode finish_output(const MFILE& input, MFileHandle& output) {
+ErrorCode finish_output(const char* name, const MFILE& input, MFileHandle& output) {
   copy_attributes(mfdescriptor(input), mfdescriptor(*output));
   const bool stored = mfflush(*output) == 0 && fsync(mfdescriptor(*output)) == 0;
   const int error = errno;
   const bool closed = mfclose(output.release()) == 0;
-  if (stored && closed) return ErrorCode::ok;
-  print_error("Error: Can't write to file: %s\n", std::strerror(stored ? errno : error));
+  if (stored && closed) {
+    return ErrorCode::ok;
+  }
+  print_error("Error: Can't write new content of %s: %s\n", name,
+              std::strerror(stored ? errno : error));
   return ErrorCode::write_failed;
 }
 
@@ -74,24 +86,38 @@ ErrorCode make_new_file(const char* name, CreatedFileList* created, RewriteJob& 
   FileType type = FileType::unknown;
   MFileHandle input;
   ErrorCode result = open_original(name, type, input);
-  if (result != ErrorCode::ok) return result;
-  if (created != nullptr) created_list_add(*created, name);
+  if (result != ErrorCode::ok) {
+    return result;
+  }
+  if (created != nullptr) {
+    created_list_add(*created, name);
+  }
   MFileHandle output;
   result = create_output(type, temp, output);
-  if (result == ErrorCode::ok) result = write_new_file(*input, *output, job);
-  if (result == ErrorCode::ok) result = finish_output(*input, output);
-  if (result != ErrorCode::ok) discard_temp_file();
+  if (result == ErrorCode::ok) {
+    result = write_new_file(*input, *output, job);
+  }
+  if (result == ErrorCode::ok) {
+    result = finish_output(name, *input, output);
+  }
+  if (result != ErrorCode::ok) {
+    discard_temp_file();
+  }
   return result;
 }
 
 void note_backup(CreatedFileList* created, const SiblingName& backup) {
-  if (created != nullptr) created_list_add(*created, backup.data());
+  if (created != nullptr) {
+    created_list_add(*created, backup.data());
+  }
 }
 
 // What becomes of the backup once the new file has its name.
 void settle_backup(const char* name, CreatedFileList* created, const RewriteJob& job,
                    const SiblingName& backup) {
-  if (!job.options.keep_backup && !job.unread_metadata && remove_backup(backup.data())) return;
+  if (!job.options.keep_backup && !job.unread_metadata && remove_backup(backup.data())) {
+    return;
+  }
   if (!job.options.keep_backup && job.unread_metadata) {
     print_warning("Warning: File %s: some metadata could not be read, original kept as '%s'\n",
                   name, backup.data());
@@ -108,7 +134,9 @@ ErrorCode rewrite_file(const char* name, CreatedFileList* created, const ImageFi
   Replacement files{.name = name};
   files.backup = make_backup_name(name);
   ErrorCode result = make_new_file(name, created, job, files.temp);
-  if (result != ErrorCode::ok) return result;
+  if (result != ErrorCode::ok) {
+    return result;
+  }
   result = replace_file(files, image.identity);
   if (result == ErrorCode::ok) {
     settle_backup(name, created, job, files.backup);

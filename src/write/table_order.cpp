@@ -16,7 +16,9 @@ bool precedes(const FieldEntry& left, const FieldEntry& right) {
 void sort_by_index(ImageFile& image) {
   const std::span<FieldEntry> table = image.table();
   for (std::size_t next = 1; next < table.size(); ++next) {
-    if (!precedes(table[next], table[next - 1])) continue;
+    if (!precedes(table[next], table[next - 1])) {
+      continue;
+    }
     const auto sorted = table.first(next);
     const auto place = std::upper_bound(sorted.begin(), sorted.end(), table[next], precedes);
     std::rotate(place, sorted.end(), table.begin() + static_cast<std::ptrdiff_t>(next) + 1);

@@ -21,7 +21,9 @@ SiblingName pending_name{};
 volatile sig_atomic_t pending = 0;
 
 void remove_pending() {
-  if (pending == 0) return;
+  if (pending == 0) {
+    return;
+  }
   const int error = errno;
   unlink(pending_name.data());
   pending = 0;
@@ -31,13 +33,17 @@ void remove_pending() {
 // Only async-signal-safe calls. The default action is restored on entry, so that raising the signal
 // again ends the program as the sender meant.
 void on_fatal_signal(int signal_number) {
-  if (pending != 0) unlink(pending_name.data());
+  if (pending != 0) {
+    unlink(pending_name.data());
+  }
   raise(signal_number);
 }
 
 void install_handlers() {
   static bool installed = false;
-  if (installed) return;
+  if (installed) {
+    return;
+  }
   installed = true;
   set_end_cleanup(remove_pending);
   // A file-size limit then fails the write that meets it, like a full disk.
@@ -49,7 +55,9 @@ void install_handlers() {
     struct sigaction before {};
     sigaction(signal_number, &action, &before);
     // A signal that the caller chose to ignore (nohup) stays ignored.
-    if (before.sa_handler == SIG_IGN) sigaction(signal_number, &before, nullptr);
+    if (before.sa_handler == SIG_IGN) {
+      sigaction(signal_number, &before, nullptr);
+    }
   }
 }
 
@@ -60,7 +68,9 @@ struct SignalBlock {
   SignalBlock() {
     sigset_t blocked;
     sigemptyset(&blocked);
-    for (const int signal_number : fatal_signals) sigaddset(&blocked, signal_number);
+    for (const int signal_number : fatal_signals) {
+      sigaddset(&blocked, signal_number);
+    }
     sigprocmask(SIG_BLOCK, &blocked, &before);
   }
   ~SignalBlock() { sigprocmask(SIG_SETMASK, &before, nullptr); }
@@ -81,7 +91,9 @@ ErrorCode create_temp_file(SiblingName& name, MFileHandle& file) {
       pending = 1;
       return ErrorCode::ok;
     }
-    if (errno != EEXIST) break;
+    if (errno != EEXIST) {
+      break;
+    }
   }
   print_error("Error: Can't open file %s: %s\n", name.data(), std::strerror(errno));
   return ErrorCode::cannot_open_file;
