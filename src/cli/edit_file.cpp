@@ -35,7 +35,6 @@ ErrorCode edit_iptc(const char* name, Session& session) {
 
 ErrorCode edit_exif(Session& session) {
   EditContext context{.image = session.image,
-                      .iptc = session.iptc,
                       .app13 = session.app13,
                       .options = session.options,
                       .substitution = substitution_of(session)};

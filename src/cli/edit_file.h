@@ -11,8 +11,8 @@ namespace tagmend {
 
 /// Reads the file `name` of the current directory into the session's records; `directory` is for
 /// messages and templates. ok when it may be edited, else file_type_not_editable, not_a_jpeg,
-/// unknown_file_type, or read_failed when the system could not read it. Any other failure of the reader leaves a file that can be edited, of which
-/// not everything could be read.
+/// unknown_file_type, or read_failed when the system could not read it. Any other failure of the
+/// reader leaves a file that can be edited, of which not everything could be read.
 ErrorCode load_file(std::string_view directory, const char* name, Session& session);
 
 /// Applies all edits of the session to the file that load_file has read, and rewrites it. Codes of

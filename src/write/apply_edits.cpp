@@ -42,33 +42,31 @@ bool holds_field(const ImageFile& image, const FieldDef& def) {
   });
 }
 
-void append_removal(EditList& edits, const ImageFile& image, std::uint16_t field) {
-  if (edits.count >= EditList::capacity || !holds_field(image, field_table_defs[field])) {
-    return;
-  }
+void append_removal(EditList& edits, std::uint16_t field) {
   edits.entries[static_cast<std::size_t>(edits.count++)] = {.op = EditOp::remove, .field = field};
 }
 
 // A TIFF file keeps its IPTC data in two fields of IFD0; they are set from the block built for this
-// file, or go when nothing is left in it.
+// file, or go when nothing is left for them.
 void append_iptc_field_edits(const EditContext& context, EditList& edits) {
-  const WriterFields& rows = writer_fields();
-  if (!context.app13.built || file_type_info(context.image.file_type).has_iptc_segment) {
-    return;
-  }
-  if (context.iptc.count == 0) {
-    append_removal(edits, context.image, rows.iptc_fields);
-    append_removal(edits, context.image, rows.photoshop);
+  const App13Result& app13 = context.app13;
+  if (!app13.built || file_type_info(context.image.file_type).has_iptc_segment) {
     return;
   }
   if (edits.count + 2 > EditList::capacity) {
     print_warning("Warning: Can't add IPTC fields - edit table full\n");
     return;
   }
-  for (const std::uint16_t row : {rows.iptc_fields, rows.photoshop}) {
-    const auto type = static_cast<std::uint16_t>(field_table_defs[row].data_type);
-    static_cast<void>(append_edit(edits, row, type, ""));
-  }
+  const auto append_field_edit = [&](std::uint16_t row, bool has_value) {
+    if (has_value) {
+      const auto type = static_cast<std::uint16_t>(field_table_defs[row].data_type);
+      static_cast<void>(append_edit(edits, row, type, ""));
+    } else if (holds_field(context.image, field_table_defs[row])) {
+      append_removal(edits, row);
+    }
+  };
+  append_field_edit(writer_fields().iptc_fields, !app13.iptc().empty());
+  append_field_edit(writer_fields().photoshop, !app13.blocks().empty());
 }
 
 bool adds_field(const EditList& edits, std::uint16_t row) {

@@ -7,7 +7,6 @@
 #include "encode/edit_list.h"
 #include "encode/template.h"
 #include "iptc/app13_build.h"
-#include "iptc/iptc_store.h"
 #include "read/image_file.h"
 #include "support/error_code.h"
 #include "write/run_options.h"
@@ -21,7 +20,6 @@ void init_writer_indexes();
 /// What apply_exif_edits works with.
 struct EditContext {
   ImageFile& image;
-  const IptcStore& iptc;
   const App13Result& app13;
   const RunOptions& options;
   SubstitutionContext substitution;
