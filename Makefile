@@ -63,3 +63,34 @@ bench-tools:
 package: all
 	@tools/install-missing.sh dpkg-shlibdeps:dpkg-dev
 	cd build && cpack
+
+# Static checks, and the whole runs under valgrind.
+.PHONY: tidy cppcheck valgrind tidy-tools cppcheck-tools valgrind-tools
+TIDY_FILES ?= (src|tools|tests)/
+
+tidy: build-tools test-tools clang-tools tidy-tools
+	cmake --preset clang
+	run-clang-tidy-14 -quiet -p build-clang -j $(JOBS) '^$(CURDIR)/$(TIDY_FILES)'
+
+# Tests are read with cppcheck's own description of GoogleTest in place of its headers.
+cppcheck: cppcheck-tools
+	cppcheck --quiet --error-exitcode=1 --inline-suppr -j $(JOBS) \
+	  --std=c++20 --language=c++ --library=googletest --enable=warning,performance,portability \
+	  -D'TAGMEND_PROGRAM="tagmend"' -D'TAGMEND_SOURCES="src"' -D'TAGMEND_DOCS="docs"' \
+	  -I src -I tests src tools tests
+
+# Any error that valgrind finds in a run gives it a status that no test expects.
+valgrind: build-tools test-tools valgrind-tools
+	cmake --preset dev
+	cmake --build --preset dev --parallel $(JOBS) --target test_run
+	TAGMEND_RUN_PREFIX='valgrind --quiet --leak-check=full --show-leak-kinds=all --track-fds=no --error-exitcode=99' \
+	  build-dev/tests/test_run --gtest_brief=1 --gtest_filter='$(VALGRIND_TESTS)'
+
+tidy-tools:
+	@tools/install-missing.sh run-clang-tidy-14:clang-tidy-14
+
+cppcheck-tools:
+	@tools/install-missing.sh cppcheck:cppcheck
+
+valgrind-tools:
+	@tools/install-missing.sh valgrind:valgrind /usr/lib/debug/.build-id:libc6-dbg

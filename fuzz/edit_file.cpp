@@ -26,7 +26,7 @@ const std::vector<Words>& edits() {
       {"-a", "artist=Somebody with a name as long as this, gps-latitude=1 2 3, comment=[make]"},
       {"-r", "artist, th-comp, iso-speed"},
       {"-s", "-a", "date-taken=2004:01:02 03:04:05, f-number=2.8, exp-time=1/60"},
-      {"-a", "ip-caption=[make], ip-keyword=one;two, ip-city=Oslo"},
+      {"-r", "ip-keyword", "-a", "ip-caption=[make], ip-keyword=one;two, ip-city=Oslo"},
       {"-r", "ip-caption, ip-keyword, ip-url"},
       {"-a", "ip-copyright=x, copyright=y", "-r", "artist"},
       {"-s"},

@@ -1,7 +1,6 @@
 // The text of a value into stored bytes, for EXIF fields and IPTC datasets. The first two bytes
 // choose the row, the third how the value is stored.
 #include "encode/encode_field.h"
-
 #include "iptc/iptc_encode.h"
 #include "photograph.h"
 
@@ -22,8 +21,7 @@ void encode_iptc(std::uint16_t row, std::uint8_t form, std::string_view text) {
   static constinit IptcStore store;
   if (store.pool.used > StringPool::capacity / 2) reset_iptc_store(store);
   std::string_view encoded;
-  static_cast<void>(
-      iptc_encode_field(row, text, store, encoded, (form & 4U) != 0, substitution()));
+  static_cast<void>(iptc_encode_field(row, text, store, encoded, (form & 4U) != 0, substitution()));
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 // The Photoshop block of an EPS file, behind the signature.
-#include "containers/eps.h"
-
 #include "cli/metadata_hooks.h"
 #include "cli/session.h"
+#include "containers/eps.h"
 #include "harness.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

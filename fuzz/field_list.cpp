@@ -44,8 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Input input(data, size);
   const std::uint8_t form = fuzz::take_byte(input);
   const std::string text = fuzz::text_of(input);
-  fuzz::run_input([&] {
-    (form & 8U) != 0 ? fuzz::split_value(form, text) : fuzz::build_list(form, text);
-  });
+  fuzz::run_input(
+      [&] { (form & 8U) != 0 ? fuzz::split_value(form, text) : fuzz::build_list(form, text); });
   return 0;
 }

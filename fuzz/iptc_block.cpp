@@ -1,10 +1,9 @@
 // Photoshop image resources with IPTC datasets: the payload of a JPEG's APP13 segment, and the
 // values of the two TIFF fields that hold them. The first byte chooses.
-#include "iptc/iptc_read.h"
-
 #include "cli/metadata_hooks.h"
 #include "cli/session.h"
 #include "harness.h"
+#include "iptc/iptc_read.h"
 
 namespace tagmend::fuzz {
 namespace {

@@ -10,9 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "common/camera.h"
 #include "common/in_process.h"
-#include "common/maker_photos.h"
+#include "common/sample_files.h"
 #include "encode/date_templates.h"
 #include "iptc/iptc_dataset.h"
 
@@ -20,107 +19,6 @@ namespace tagmend::test {
 namespace {
 
 using namespace std::string_view_literals;
-
-// ---- Files --------------------------------------------------------------------------------------
-
-Bytes resources() {
-  return joined({resource(1028, "",
-                          joined({dataset(2, 0, Bytes{0, 2}), dataset(2, 25, "one"),
-                                  dataset(2, 25, "two"), dataset(2, 55, "20040501"),
-                                  dataset(2, 60, "102030+0100"), dataset(2, 120, "A caption")})),
-                 resource(1034, "", {1, 0}), resource(1035, "", bytes_of("http://a")),
-                 resource(1005, "Name", noise(16, 8))});
-}
-
-Bytes custom_fields(bool big) {
-  Bytes records = bytes_of("RMETA\0"sv);
-  records = joined({records, bytes_of(big ? "MM" : "II"), {9, 9, 9, 9}});
-  std::uint32_t type = 1;
-  for (const std::string_view texts : {"Who\0Where\0"sv, "Ann\0Oslo\0"sv}) {
-    put(records, records.size(), type++, 2, big);
-    put(records, records.size(), static_cast<std::uint32_t>(texts.size()) + 2, 2, big);
-    put(records, records.size(), bytes_of(texts));
-  }
-  return segment(0xE5, records);
-}
-
-std::vector<Ifd> pages() {
-  Ifd strips =
-      ifd_of({longs(0x0100, {8}), image_locator(0x0111, kLong), image_locator(0x0117, kShort)});
-  strips.images = {noise(31, 22), noise(32, 23)};
-  std::vector<Ifd> chain = camera();
-  set(chain[0], pointer(0x014A, {strips, strips}));
-  set(chain[0], octets(0x83BB, kUndefined, dataset(2, 90, "Oslo")));
-  set(chain[0], octets(0x8649, kByte, resources()));
-  chain.push_back(strips);
-  return chain;
-}
-
-std::vector<Bytes> editable_files() {
-  std::vector<Bytes> files;
-  for (const bool big : {false, true}) {
-    files.push_back(jpeg({app0_jfif(), source_exif(big, camera()), app1_xmp(), app2_icc(),
-                          app2_flashpix(1), custom_fields(big),
-                          segment(0xED, joined({bytes_of("Photoshop 3.0\0"sv), resources()})),
-                          comment("c"), picture()}));
-    files.push_back(scattered_tiff(big, pages()));
-  }
-  for (const MakerDef& maker : makers_with_ifd()) {
-    const bool big = maker.kind % 2 == 0;
-    files.push_back(jpeg({source_exif(big, maker_chain(maker, 25)), picture()}));
-  }
-  files.push_back(jpeg({picture()}));
-  return files;
-}
-
-Bytes eps_lines(const Bytes& block) {
-  std::string lines = "\n%%Title: a\n%BeginPhotoshop: " + std::to_string(block.size()) + "\n";
-  for (std::size_t i = 0; i < block.size(); ++i) {
-    char digits[8];
-    std::snprintf(digits, sizeof digits, "%s%02X", i % 32 == 0 ? i == 0 ? "% " : "\n% " : "",
-                  block[i]);
-    lines += digits;
-  }
-  return bytes_of(lines + "\n%EndPhotoshop\n");
-}
-
-Bytes raw_camera_file(bool big) {
-  constexpr std::uint32_t header = 14;
-  Bytes block(0x600);
-  Bytes file = bytes_of(big ? "MM" : "II");
-  put(file, 2, header, 4, big);
-  put(file, 6, bytes_of("HEAPCCDR"));
-  put(file, header, block);
-  const std::size_t end = file.size() + 22;
-  put(file, end - 22, 100, 4, big);
-  put(file, end - 18, 10, 4, big);
-  put(file, end - 4, static_cast<std::uint32_t>(block.size()), 4, big);
-  return file;
-}
-
-std::vector<Bytes> other_files() {
-  std::vector<Bytes> files = {raw_camera_file(false), raw_camera_file(true)};
-  const Bytes tiff = scattered_tiff(true, camera());
-  files.push_back(
-      joined({bytes_of("\0MRM"sv), big32(16 + static_cast<std::uint32_t>(tiff.size())),
-              bytes_of("\0PRD"sv), big32(8), Bytes(8), bytes_of("\0TTW"sv),
-              big32(static_cast<std::uint32_t>(tiff.size())), tiff}));
-  Bytes raf = bytes_of("FUJIFILMCCD-RAW ");
-  const std::uint32_t pointer_pos = file_type_info(FileType::fujifilm_raf).jpeg_pointer_pos;
-  put(raf, pointer_pos, pointer_pos + 4, 2, true);
-  put(raf, pointer_pos + 4, jpeg({source_exif(false, camera())}));
-  files.push_back(raf);
-  files.push_back(
-      joined({bytes_of("%!PS-Adobe-3.0 EPSF-3.0"),
-              eps_lines(joined({resources(), resource(1058, "", joined({bytes_of("Exif\0\0"sv),
-                                                                        tiff}))}))}));
-  Bytes dos = bytes_of("\xC5\xD0\xD3\xC6");
-  put(dos, 20, 32, 4, false);
-  put(dos, 24, static_cast<std::uint32_t>(tiff.size()), 4, false);
-  put(dos, 32, tiff);
-  files.push_back(dos);
-  return files;
-}
 
 // ---- Texts --------------------------------------------------------------------------------------
 
@@ -184,8 +82,8 @@ std::vector<Bytes> value_seeds() {
   for (std::uint32_t row = 0; row < field_def_count; row += 3) {
     const FieldDef& def = field_table_defs[row];
     if (!def.editable) continue;
-    seeds.push_back(joined({big16(row), {static_cast<std::uint8_t>(row)},
-                            bytes_of(sample_value(def))}));
+    seeds.push_back(
+        joined({big16(row), {static_cast<std::uint8_t>(row)}, bytes_of(sample_value(def))}));
   }
   for (std::uint32_t row = 0; row < iptc_dataset_count; row += 2) {
     seeds.push_back(joined({big16(field_def_count + row), {0}, bytes_of("20040501 10:20:30")}));
@@ -213,11 +111,27 @@ void write_dictionary(const std::string& name, const Words& words) {
 Words byte_words() {
   Words words;
   for (std::uint8_t code = 0xC0; code < 0xFF; ++code) words.insert({0xFF, code});
-  for (const std::string_view text :
-       {"Exif\0\0"sv, "FPXR\0"sv, "Photoshop 3.0\0"sv, "8BIM"sv, "RMETA\0"sv, "ASCII\0"sv,
-        "UNICODE\0"sv, "JIS\0"sv, "RIFF"sv, "WAVE"sv, "HEAPCCDR"sv, "\0TTW"sv, "\0MRM"sv,
-        "FUJIFILMCCD-RAW"sv, "%!PS-Adobe-3.0 EPSF-3.0"sv, "%BeginPhotoshop:"sv, "\n% "sv,
-        "\xC5\xD0\xD3\xC6"sv, "II\x2A\0"sv, "MM\0\x2A"sv, "\xFF\xFF\xFF\xFF"sv}) {
+  for (const std::string_view text : {"Exif\0\0"sv,
+                                      "FPXR\0"sv,
+                                      "Photoshop 3.0\0"sv,
+                                      "8BIM"sv,
+                                      "RMETA\0"sv,
+                                      "ASCII\0"sv,
+                                      "UNICODE\0"sv,
+                                      "JIS\0"sv,
+                                      "RIFF"sv,
+                                      "WAVE"sv,
+                                      "HEAPCCDR"sv,
+                                      "\0TTW"sv,
+                                      "\0MRM"sv,
+                                      "FUJIFILMCCD-RAW"sv,
+                                      "%!PS-Adobe-3.0 EPSF-3.0"sv,
+                                      "%BeginPhotoshop:"sv,
+                                      "\n% "sv,
+                                      "\xC5\xD0\xD3\xC6"sv,
+                                      "II\x2A\0"sv,
+                                      "MM\0\x2A"sv,
+                                      "\xFF\xFF\xFF\xFF"sv}) {
     words.insert(bytes_of(text));
   }
   for (const FieldDef& row : field_table_defs) {
@@ -233,8 +147,8 @@ Words byte_words() {
     words.insert(bytes_of(maker.model));
   }
   for (const IptcDatasetDef& row : iptc_datasets) {
-    words.insert({0x1C, static_cast<std::uint8_t>(row.record),
-                  static_cast<std::uint8_t>(row.dataset)});
+    words.insert(
+        {0x1C, static_cast<std::uint8_t>(row.record), static_cast<std::uint8_t>(row.dataset)});
     words.insert(joined({bytes_of("8BIM"), big16(row.resource)}));
   }
   words.erase(Bytes());
@@ -255,12 +169,41 @@ Words text_words() {
     }
   }
   for (const IptcDatasetDef& row : iptc_datasets) add(row.nickname);
-  for (const char* const text :
-       {"file-name", "file-base", "file-ext", "file-dir", "file-size", "file-date-mod",
-        "file-date-created", "file-name-full", "file-name-thumb", "file-name-audio",
-        "file-name-exi", "file-name-backup", "exif-head", "exif-file", "exif-tail", "yyyy", "yy",
-        "mm", "mmm", "dd", "hr", "min", "sec", "date-taken", "=", ",", "\\\"", "+0100", "-0500",
-        "1/60", "4294967295", "-2147483648", "1e30", "Jan", "Dec"}) {
+  for (const char* const text : {"file-name",
+                                 "file-base",
+                                 "file-ext",
+                                 "file-dir",
+                                 "file-size",
+                                 "file-date-mod",
+                                 "file-date-created",
+                                 "file-name-full",
+                                 "file-name-thumb",
+                                 "file-name-audio",
+                                 "file-name-exi",
+                                 "file-name-backup",
+                                 "exif-head",
+                                 "exif-file",
+                                 "exif-tail",
+                                 "yyyy",
+                                 "yy",
+                                 "mm",
+                                 "mmm",
+                                 "dd",
+                                 "hr",
+                                 "min",
+                                 "sec",
+                                 "date-taken",
+                                 "=",
+                                 ",",
+                                 "\\\"",
+                                 "+0100",
+                                 "-0500",
+                                 "1/60",
+                                 "4294967295",
+                                 "-2147483648",
+                                 "1e30",
+                                 "Jan",
+                                 "Dec"}) {
     add(text);
   }
   return words;
@@ -283,10 +226,10 @@ void make_all(const std::string& directory) {
   write_seeds(directory + "/encode_value", value_seeds());
   const Bytes header = bytes_of("Photoshop 3.0\0"sv);
   write_seeds(directory + "/iptc_block",
-              {joined({{0}, header, resources()}), joined({{4}, header, resources()}),
+              {joined({{0}, header, sample_resources()}), joined({{4}, header, sample_resources()}),
                joined({{1}, dataset(2, 90, "Oslo"), dataset(1, 90, "\x1B%G")}),
-               joined({{2}, resources()})});
-  write_seeds(directory + "/eps_block", {eps_lines(resources())});
+               joined({{2}, sample_resources()})});
+  write_seeds(directory + "/eps_block", {eps_lines(sample_resources())});
   write_dictionary(directory + "/bytes.dict", byte_words());
   write_dictionary(directory + "/text.dict", text_words());
 }

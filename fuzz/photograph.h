@@ -17,12 +17,12 @@ inline Session& photograph() {
   if (!loaded) {
     loaded = true;
     using namespace test;
-    Bytes file = jpeg({source_exif(true, camera()),
-                       app13_photoshop({resource(
-                           1028, "",
-                           joined({dataset(2, 25, "one"), dataset(2, 25, "two"),
-                                   dataset(2, 120, "A \"caption\"")}))}),
-                       picture()});
+    Bytes file =
+        jpeg({source_exif(true, camera()),
+              app13_photoshop({resource(1028, "",
+                                        joined({dataset(2, 25, "one"), dataset(2, 25, "two"),
+                                                dataset(2, 120, "A \"caption\"")}))}),
+              picture()});
     ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
     static_cast<void>(read_image_file(context, "", "", file, false));
     copy_text(session.image.file_name, "archive.tar.jpg");

@@ -1,9 +1,8 @@
 // A whole file, of any type, through the reader.
-#include "read/read_image_file.h"
-
 #include "cli/metadata_hooks.h"
 #include "cli/session.h"
 #include "harness.h"
+#include "read/read_image_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tagmend;

@@ -3,7 +3,7 @@
 # as the machine has processors. What a run found interesting stays in BUILD/fuzz/<target> and is
 # where the next one begins; an input that failed is named, and kept in BUILD/fuzz/findings.
 set -euo pipefail
-build=$1
+build=$(realpath "$1")  # targets change their directory
 seconds=$2
 corpus=$build/fuzz
 mkdir -p "$corpus/findings" "$corpus/logs"

@@ -39,7 +39,9 @@ std::string cell(const std::string& text) {
 
 /// A name in code type. Code type drops blanks at both ends, hence the words.
 std::string name_in_code(const std::string& name) {
-  if (name.empty()) return "(empty)";
+  if (name.empty()) {
+    return "(empty)";
+  }
   const std::size_t end = name.find_last_not_of(' ') + 1;
   std::string text("`");
   text.append(cell(name)).append("`");
@@ -53,12 +55,16 @@ std::string name_in_code(const std::string& name) {
 std::string value_list(const std::vector<ValueName>& values) {
   std::string list;
   for (const ValueName& value : values) {
-    if (!list.empty()) list.append("; ");
+    if (!list.empty()) {
+      list.append("; ");
+    }
     list.append(name_in_code(value.nickname));
     if (value.short_code != value.nickname) {
       list.append(" (").append(name_in_code(value.short_code)).append(")");
     }
-    if (value.description != value.nickname) list.append(" ").append(cell(value.description));
+    if (value.description != value.nickname) {
+      list.append(" ").append(cell(value.description));
+    }
   }
   return list;
 }
@@ -79,7 +85,9 @@ void print_markdown(const std::vector<Group>& groups) {
     std::printf("\n## %s\n\n%s\n\n", group.heading, group.note);
     std::puts("| Nickname | Description | Type | Count | Value | Edit |");
     std::puts("|---|---|---|---|---|---|");
-    for (const Field& field : group.fields) print_row(field);
+    for (const Field& field : group.fields) {
+      print_row(field);
+    }
   }
 }
 

@@ -36,7 +36,9 @@ std::string trimmed(std::string text) {
 /// In single quotes, as sh, bash and zsh read them.
 std::string quoted(std::string_view text) {
   std::string result = "'";
-  for (const char c : text) result += c == '\'' ? "'\\''" : std::string(1, c);
+  for (const char c : text) {
+    result += c == '\'' ? "'\\''" : std::string(1, c);
+  }
   return result + "'";
 }
 
@@ -44,7 +46,9 @@ std::string quoted(std::string_view text) {
 std::string fish_quoted(std::string_view text) {
   std::string result = "'";
   for (const char c : text) {
-    if (c == '\'' || c == '\\') result += '\\';
+    if (c == '\'' || c == '\\') {
+      result += '\\';
+    }
     result += c;
   }
   return result + "'";
@@ -53,14 +57,18 @@ std::string fish_quoted(std::string_view text) {
 template <class Visit>
 void for_each_field(const std::vector<Group>& groups, Visit visit) {
   for (const Group& group : groups) {
-    for (const Field& field : group.fields) visit(field);
+    for (const Field& field : group.fields) {
+      visit(field);
+    }
   }
 }
 
 void print_bash_names(const char* variable, const std::vector<Group>& groups, bool Field::*flag) {
   std::printf("%s='", variable);
   for_each_field(groups, [flag](const Field& field) {
-    if (field.*flag) std::printf("%s\n", field.nickname.c_str());
+    if (field.*flag) {
+      std::printf("%s\n", field.nickname.c_str());
+    }
   });
   std::puts("'");
 }
@@ -79,7 +87,9 @@ void print_zsh_names(const char* variable, const std::vector<Group>& groups, boo
 void print_fish_names(const char* variable, const std::vector<Group>& groups, bool Field::*flag) {
   std::printf("set -g %s", variable);
   for_each_field(groups, [flag](const Field& field) {
-    if (!(field.*flag)) return;
+    if (!(field.*flag)) {
+      return;
+    }
     std::printf(" \\\n%s", fish_quoted(field.nickname + "\t" + trimmed(field.description)).c_str());
   });
   std::puts("");
@@ -126,7 +136,9 @@ void print_bash_tables(const std::vector<Group>& groups, const std::vector<Optio
   std::string with_argument;
   for (const Option& option : options) {
     letters += std::string(letters.empty() ? "" : " ") + '-' + option.letter;
-    if (option.takes_argument) with_argument += option.letter;
+    if (option.takes_argument) {
+      with_argument += option.letter;
+    }
   }
   std::printf("_tagmend_options='%s'\n", letters.c_str());
   std::printf("_tagmend_with_argument='%s'\n", with_argument.c_str());
@@ -134,9 +146,13 @@ void print_bash_tables(const std::vector<Group>& groups, const std::vector<Optio
   print_bash_names("_tagmend_removable", groups, &Field::removable);
   std::puts("declare -gA _tagmend_values=(");
   for_each_field(groups, [](const Field& field) {
-    if (!field.settable || field.values.empty()) return;
+    if (!field.settable || field.values.empty()) {
+      return;
+    }
     std::string names;
-    for (const ValueName& value : offered_values(field)) names += value.nickname + "\n";
+    for (const ValueName& value : offered_values(field)) {
+      names += value.nickname + "\n";
+    }
     std::printf("[%s]=%s\n", field.nickname.c_str(), quoted(names).c_str());
   });
   std::puts(")");
@@ -157,7 +173,9 @@ void print_zsh_tables(const std::vector<Group>& groups, const std::vector<Option
   print_zsh_names("_tagmend_removable", groups, &Field::removable);
   std::puts("typeset -gA _tagmend_values=(");
   for_each_field(groups, [](const Field& field) {
-    if (!field.settable || field.values.empty()) return;
+    if (!field.settable || field.values.empty()) {
+      return;
+    }
     std::string lines;
     for (const ValueName& value : offered_values(field)) {
       lines += (lines.empty() ? "" : "\n") + value.nickname + ":" + trimmed(value.description);
@@ -181,7 +199,9 @@ void print_fish_tables(const std::vector<Group>& groups, const std::vector<Optio
   print_fish_names("__tagmend_removable", groups, &Field::removable);
   std::puts("function __tagmend_values -a field\nswitch $field");
   for_each_field(groups, [](const Field& field) {
-    if (!field.settable || field.values.empty()) return;
+    if (!field.settable || field.values.empty()) {
+      return;
+    }
     std::printf("case %s\nprintf '%%s\\t%%s\\n'", fish_quoted(field.nickname).c_str());
     for (const ValueName& value : offered_values(field)) {
       std::printf(" %s %s", fish_quoted(value.nickname).c_str(),

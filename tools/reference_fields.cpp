@@ -86,7 +86,9 @@ const char* special_form(const FieldDef& def) {
   const char* form = nullptr;
   const auto look_in = [&](const auto& table) {
     for (const SpecialForm& row : table) {
-      if (row.tag == def.tag) form = row.form;
+      if (row.tag == def.tag) {
+        form = row.form;
+      }
     }
   };
   def.ifd_kind == IfdKind::gps ? look_in(gps_forms) : look_in(other_forms);
@@ -97,14 +99,20 @@ const char* special_form(const FieldDef& def) {
 }
 
 std::string type_name(DataType type) {
-  if (type == DataType::short_or_long) return "unsigned short or long";
+  if (type == DataType::short_or_long) {
+    return "unsigned short or long";
+  }
   std::string name = type_names[static_cast<std::size_t>(type)];
-  for (char& c : name) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+  for (char& c : name) {
+    c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+  }
   return name;
 }
 
 std::string numbers(std::uint32_t count, const char* one, const char* several) {
-  if (count == 1) return one;
+  if (count == 1) {
+    return one;
+  }
   return (count == 0 ? "" : std::to_string(count) + " ") + several;
 }
 
@@ -175,7 +183,9 @@ Field describe(const FieldDef& def, std::size_t row) {
               .values = values_of(def),
               .settable = writable && def.editable && !is_made_from_datasets(def),
               .removable = writable};
-  if (!field.settable || !field.values.empty()) return field;
+  if (!field.settable || !field.values.empty()) {
+    return field;
+  }
   const char* const special = special_form(def);
   if (def.is_date) {
     field.form = "a date, or a date and time";
@@ -208,7 +218,9 @@ std::string dataset_form(const IptcDatasetDef& def) {
     case DatasetType::text: {
       std::string form = "text, up to " + std::to_string(def.max_length) +
                          (def.max_length == 1 ? " byte" : " bytes");
-      if (def.max_count > 1) form += " each";
+      if (def.max_count > 1) {
+        form += " each";
+      }
       return form;
     }
     case DatasetType::number16:
@@ -236,7 +248,9 @@ Field describe(const IptcDatasetDef& def) {
               .removable = true};
   const std::string form = dataset_form(def);
   field.settable = def.editable && (!field.values.empty() || !form.empty());
-  if (field.settable && field.values.empty()) field.form = form;
+  if (field.settable && field.values.empty()) {
+    field.form = form;
+  }
   return field;
 }
 
@@ -289,7 +303,9 @@ std::vector<Group> collect_groups() {
     }
     groups.push_back(group);
     described.insert(row.kind);
-    if (row.kind == IfdKind::interop) groups.push_back(iptc_group());
+    if (row.kind == IfdKind::interop) {
+      groups.push_back(iptc_group());
+    }
   }
   for (std::size_t kind = 0; kind < ifd_kind_count; ++kind) {
     const bool has_fields = field_runs[kind].first != field_runs[kind].end;

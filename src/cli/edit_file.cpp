@@ -4,8 +4,8 @@
 #include "iptc/apply_iptc_edits.h"
 #include "read/read_image_file.h"
 #include "write/apply_edits.h"
-#include "write/exif_generate.h"
 #include "write/image_data.h"
+#include "write/minimal_exif.h"
 #include "write/rewrite.h"
 
 namespace tagmend {

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 #include "cli/paths.h"
@@ -10,6 +11,7 @@
 #include "encode/field_list.h"
 #include "iptc/iptc_dataset.h"
 #include "iptc/iptc_encode.h"
+#include "support/byte_text.h"
 #include "support/message.h"
 #include "support/tagged_memory.h"
 #include "support/text_buffer.h"
@@ -36,8 +38,8 @@ bool load_list_file(const char* file_name, const char* list_kind, ListSource& so
                 static_cast<long long>(size), list_kind);
     return false;
   }
-  const std::span buffer(reinterpret_cast<char*>(source.block.get()),
-                         static_cast<std::size_t>(size));
+  const std::span<char> buffer =
+      characters_of({source.block.get(), static_cast<std::size_t>(size)});
   source.list.text = buffer.first(read_list_file(file_name, buffer));
   return true;
 }
@@ -61,19 +63,19 @@ bool has_room(const Session& session) {
 /// A nickname's row in one of the two dictionaries. EXIF fields come first: a name that both know
 /// means the field.
 struct FieldName {
-  int exif_row = not_found;
-  int iptc_row = not_found;
+  bool is_exif;
+  std::uint16_t row;
 };
 
-FieldName look_up(const char* name) {
-  FieldName found{.exif_row = find_field(name)};
-  if (found.exif_row == not_found) {
-    found.iptc_row = find_dataset(name, 0);
-    if (found.iptc_row == not_found) {
-      print_error("Unknown field '%s' ignored.\n", name);
-    }
+/// Nothing, after a message, for a name that neither knows.
+std::optional<FieldName> look_up(const char* name) {
+  const int field = find_field(name);
+  const int row = field != not_found ? field : find_dataset(name, 0);
+  if (row == not_found) {
+    print_error("Unknown field '%s' ignored.\n", name);
+    return std::nullopt;
   }
-  return found;
+  return FieldName{.is_exif = field != not_found, .row = static_cast<std::uint16_t>(row)};
 }
 
 SubstitutionContext without_file() { return {.dataset_text = &iptc_dataset_text}; }
@@ -97,12 +99,11 @@ DataType stored_type(const FieldDef& field) {
 }
 
 void add_item(const char* name, std::string_view value, Session& session) {
-  const FieldName found = look_up(name);
-  const bool is_exif = found.exif_row != not_found;
-  if (!is_exif && found.iptc_row == not_found) {
+  const std::optional<FieldName> found = look_up(name);
+  if (!found) {
     return;
   }
-  const auto row = static_cast<std::uint16_t>(is_exif ? found.exif_row : found.iptc_row);
+  const auto [is_exif, row] = *found;
   const ErrorCode code =
       is_exif ? check_exif_value(row, value) : check_iptc_value(row, value, session.iptc);
   if (code != ErrorCode::ok) {
@@ -118,20 +119,14 @@ void add_item(const char* name, std::string_view value, Session& session) {
   }
 }
 
-void append_removal(EditList& list, int row) {
-  EditEntry& entry = list.entries[static_cast<std::size_t>(list.count++)];
-  entry.op = EditOp::remove;
-  entry.field = static_cast<std::uint16_t>(row);
-}
-
 void remove_item(const char* name, Session& session) {
-  const FieldName found = look_up(name);
-  if (found.exif_row != not_found) {
-    append_removal(session.exif_edits, found.exif_row);
-    session.options.exif_removed = true;
-  } else if (found.iptc_row != not_found) {
-    append_removal(session.iptc_edits, found.iptc_row);
-    session.options.iptc_removed = true;
+  const std::optional<FieldName> found = look_up(name);
+  if (!found) {
+    return;
+  }
+  const auto [is_exif, row] = *found;
+  if (append_removal(is_exif ? session.exif_edits : session.iptc_edits, row)) {
+    (is_exif ? session.options.exif_removed : session.options.iptc_removed) = true;
   }
 }
 

@@ -12,6 +12,7 @@
 #include "cli/edit_file.h"
 #include "cli/paths.h"
 #include "cli/walk.h"
+#include "support/descriptor.h"
 #include "support/message.h"
 
 namespace tagmend {
@@ -24,24 +25,18 @@ struct FreeText {
 /// The directory in which the run began. The descriptor leads back to it however long its path is
 /// and wherever it is moved; the path is for the message, and for systems that open no descriptor.
 struct StartDirectory {
-  int descriptor;
+  Descriptor descriptor;
   std::unique_ptr<char, FreeText> path;
-
-  ~StartDirectory() {
-    if (descriptor != -1) {
-      close(descriptor);
-    }
-  }
 };
 
 StartDirectory record_start_directory() {
-  return {.descriptor = open(".", O_PATH | O_DIRECTORY | O_CLOEXEC),
+  return {.descriptor = Descriptor(open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)),
           .path = std::unique_ptr<char, FreeText>(getcwd(nullptr, 0))};
 }
 
 void return_to(const StartDirectory& start) {
   const char* path = start.path == nullptr ? "." : start.path.get();
-  if (fchdir(start.descriptor) != 0 && chdir(path) != 0) {
+  if (fchdir(start.descriptor.number) != 0 && chdir(path) != 0) {
     print_error("Error: Can't open directory %s\n", path);
   }
 }

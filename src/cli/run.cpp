@@ -6,7 +6,7 @@
 #include "cli/options.h"
 #include "cli/usage.h"
 #include "support/message.h"
-#include "write/apply_edits.h"
+#include "write/writer_fields.h"
 
 namespace tagmend {
 namespace {

@@ -16,28 +16,11 @@
 #include "cli/created_list.h"
 #include "cli/edit_file.h"
 #include "cli/paths.h"
+#include "support/descriptor.h"
 #include "support/message.h"
 
 namespace tagmend {
 namespace {
-
-/// A directory descriptor that serves only to come back to the directory.
-struct WayBack {
-  int descriptor = -1;
-
-  WayBack() = default;
-  explicit WayBack(int opened) : descriptor(opened) {}
-  WayBack(WayBack&& other) noexcept : descriptor(std::exchange(other.descriptor, -1)) {}
-  WayBack& operator=(WayBack&& other) noexcept {
-    std::swap(descriptor, other.descriptor);
-    return *this;
-  }
-  ~WayBack() {
-    if (descriptor != -1) {
-      close(descriptor);
-    }
-  }
-};
 
 /// A directory being walked. Its names are read before the first of its files is edited: a level
 /// then holds no open file, so that trees may be deeper than a process may have files open.
@@ -47,7 +30,7 @@ struct Level {
   CreatedList created;
   std::size_t outer_length = 0;  ///< of the walk path without this directory
   DirectoryId id;
-  WayBack way_back;  ///< to the level above, where ".." does not lead there
+  Descriptor way_back;  ///< to the level above, where ".." does not lead there
 };
 
 struct Walk {
@@ -96,8 +79,8 @@ int add_level(Walk& walk, const char* name, const char* where) {
     return ELOOP;
   }
   if (is_symbolic_link(where)) {
-    level.way_back = WayBack(open(".", O_PATH | O_DIRECTORY | O_CLOEXEC));
-    if (level.way_back.descriptor == -1) {
+    level.way_back = Descriptor(open(".", O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (!level.way_back.is_open()) {
       return errno;
     }
   }
@@ -133,13 +116,13 @@ void enter_subdirectory(Walk& walk, const std::string& name) {
 /// Comes back to the level above, if there is one. A walk that cannot come back is over: it would
 /// go on in a directory that nobody named.
 void leave_directory(Walk& walk) {
-  const WayBack way_back = std::move(walk.levels.back().way_back);
+  const Descriptor way_back = std::move(walk.levels.back().way_back);
   drop_level(walk);
   if (walk.levels.empty()) {
     return;
   }
-  if (way_back.descriptor != -1) {
-    if (fchdir(way_back.descriptor) == 0) {
+  if (way_back.is_open()) {
+    if (fchdir(way_back.number) == 0) {
       return;
     }
   } else if (chdir("..") == 0) {

@@ -6,6 +6,8 @@
 
 #include "dictionary/value_map.h"
 #include "iptc/iptc_read.h"
+#include "support/ascii.h"
+#include "support/byte_text.h"
 #include "support/message.h"
 #include "support/tagged_memory.h"
 
@@ -44,7 +46,7 @@ std::uint32_t read_byte_count(std::string_view text) {
   constexpr std::uint64_t largest = std::numeric_limits<std::int32_t>::max();
   std::uint64_t count = 0;
   for (const char character : text) {
-    if (character < '0' || character > '9') {
+    if (!is_digit(character)) {
       break;
     }
     count = std::min(count * 10 + static_cast<std::uint64_t>(character - '0'), largest);
@@ -54,24 +56,15 @@ std::uint32_t read_byte_count(std::string_view text) {
 
 constexpr int invalid_hex = -1;
 
-int hex_digit(char character) {
-  if (character >= '0' && character <= '9') {
-    return character - '0';
-  }
-  if (character >= 'a' && character <= 'f') {
-    return character - 'a' + 10;
-  }
-  return character >= 'A' && character <= 'F' ? character - 'A' + 10 : invalid_hex;
-}
-
 /// The byte that two characters stand for, or invalid_hex.
 int decode_hex_pair(const HexText& hex) {
   if (hex.pos + 2 > hex.text.size()) {
     return invalid_hex;
   }
-  const int high = hex_digit(hex.text[hex.pos]);
-  const int low = hex_digit(hex.text[hex.pos + 1]);
-  return high == invalid_hex || low == invalid_hex ? invalid_hex : high * 16 + low;
+  const unsigned high = hex_digit_value(hex.text[hex.pos]);
+  const unsigned low = hex_digit_value(hex.text[hex.pos + 1]);
+  return high == no_hex_digit || low == no_hex_digit ? invalid_hex
+                                                     : static_cast<int>(high * 16 + low);
 }
 
 /// Moves to the next '%' and, when it opens a line of hexadecimal text, into that line. A text that
@@ -153,8 +146,7 @@ ErrorCode decode_hex_block(HexText hex, std::uint32_t byte_count, TaggedBytes& b
 }  // namespace
 
 ErrorCode read_eps_photoshop(ReadContext& context, const ByteCursor& data) {
-  const std::string_view text(reinterpret_cast<const char*>(data.buffer.data()),
-                              data.buffer.size());
+  const std::string_view text = text_of(data.buffer);
   const std::size_t start = find_directive(text);
   if (start == text.npos) {
     trace(0, "EPSF V3.0 file does not contain a '%s' directive.\n", directive.data());

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "support/byte_cursor.h"
+#include "support/byte_text.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
 #include "support/tagged_memory.h"
@@ -14,7 +15,6 @@ namespace tagmend {
 
 namespace {
 
-using Bytes = std::span<const std::uint8_t>;
 using namespace std::string_view_literals;
 
 constexpr std::string_view signature = "RMETA\0"sv;
@@ -40,10 +40,6 @@ struct TextFields {
   std::uint32_t taken = 0;
 };
 
-std::string_view text_of(Bytes bytes) {
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 /// The next name or value.
 ErrorCode append_custom_field(const TextFields& fields, std::uint32_t value_pos,
                               std::string_view value, ImageFile& image) {
@@ -64,7 +60,7 @@ ErrorCode append_custom_field(const TextFields& fields, std::uint32_t value_pos,
 
 /// Texts one after the other, each with a NUL behind it, up to an empty one. `data_pos` is the file
 /// offset of the data. too_many_fields.
-ErrorCode take_texts(Bytes data, std::uint32_t data_pos, TextFields& fields, ImageFile& image) {
+ErrorCode take_texts(ByteSpan data, std::uint32_t data_pos, TextFields& fields, ImageFile& image) {
   std::string_view left = text_of(data);
   while (!left.empty() && left.front() != '\0' && fields.taken < max_texts) {
     const std::string_view value = left.substr(0, left.find('\0'));
@@ -110,8 +106,8 @@ void parse_records(ByteCursor cursor, ImageFile& image) {
     trace(0, "RMETA: Field %d, Length %d\n", type, length);
     // The length counts itself; one that does not even do that stands for no data.
     const std::uint32_t data_length = std::max<std::uint32_t>(length, 2) - 2;
-    const Bytes rest = cursor.rest();
-    const Bytes data = rest.first(std::min<std::size_t>(data_length, rest.size()));
+    const ByteSpan rest = cursor.rest();
+    const ByteSpan data = rest.first(std::min<std::size_t>(data_length, rest.size()));
     if (type == record_names || type == record_values) {
       code = take_texts(data, cursor_tell(cursor), type == record_names ? names : values, image);
     } else if (type == record_charset) {
@@ -136,7 +132,7 @@ bool take_byte_order(ByteCursor& cursor) {
   if (!cursor.has(order_size)) {
     return false;
   }
-  const Bytes mark = cursor.rest().first(order_size);
+  const ByteSpan mark = cursor.rest().first(order_size);
   if (text_of(mark) == "MM") {
     cursor.big_endian = true;
     trace(0, "RMETA: Byte order is Motorola");

@@ -1,6 +1,7 @@
 #include "dictionary/field_def.h"
 
 #include "dictionary/field_runs.h"
+#include "support/ascii.h"
 
 namespace tagmend {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "support/ascii.h"
+
 namespace tagmend {
 namespace {
-
-constexpr char to_lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 /// Whether an entry holds in a file of the requested layout.
 constexpr bool holds_for(std::uint32_t entry_layout, std::uint32_t requested) {
@@ -34,11 +34,6 @@ const Entry* lookup_text(const Entry* map, std::int32_t layout, std::string_view
 }
 
 }  // namespace
-
-bool equal_ignoring_case(std::string_view left, std::string_view right) {
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [](char a, char b) { return to_lower(a) == to_lower(b); });
-}
 
 const ValueMapEntry* map_lookup(const ValueMapEntry* map, std::int32_t layout,
                                 std::string_view text) {

@@ -44,7 +44,4 @@ const ValueMapEntry* map_find_value(const ValueMapEntry* map, std::uint32_t layo
 const ValueMapBytesEntry* map_find_bytes(const ValueMapBytesEntry* map, std::uint32_t layout,
                                          std::span<const std::uint8_t> bytes);
 
-/// ASCII letters compare equal in either case, whatever the locale.
-bool equal_ignoring_case(std::string_view left, std::string_view right);
-
 }  // namespace tagmend

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "encode/field_list.h"
+#include "support/ascii.h"
 #include "support/charset.h"
 #include "support/message.h"
 #include "support/settings.h"
@@ -20,9 +21,7 @@ struct CharsetChoice {
 
 void to_upper_case(std::span<char> text) {
   for (char& c : text) {
-    if (c >= 'a' && c <= 'z') {
-      c = static_cast<char>(c - 'a' + 'A');
-    }
+    c = to_upper(c);
   }
 }
 

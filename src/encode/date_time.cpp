@@ -6,6 +6,7 @@
 
 #include "dictionary/value_map.h"
 #include "encode/date_templates.h"
+#include "support/ascii.h"
 #include "support/message.h"
 #include "support/text_buffer.h"
 
@@ -49,8 +50,6 @@ bool fits_month(std::int32_t day, std::int32_t month) {
   return is_month(month) && day <= months[static_cast<std::size_t>(month)].days;
 }
 
-constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
-constexpr bool is_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 constexpr bool is_separator(char c) {
   return std::string_view(":.-/+").find(c) != std::string_view::npos;
 }

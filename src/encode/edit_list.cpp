@@ -3,16 +3,35 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
+namespace {
+
+/// The next free entry; null when the list is full.
+EditEntry* take_entry(EditList& list) {
+  return list.count < EditList::capacity ? &list.entries[static_cast<std::size_t>(list.count++)]
+                                         : nullptr;
+}
+
+}  // namespace
 
 bool append_edit(EditList& list, std::uint16_t field, std::uint16_t type, std::string_view value) {
-  if (list.count >= EditList::capacity) {
+  EditEntry* const entry = take_entry(list);
+  if (entry == nullptr) {
     return false;
   }
-  EditEntry& entry = list.entries[static_cast<std::size_t>(list.count++)];
-  entry.op = EditOp::add;
-  entry.field = field;
-  entry.type = type;
-  copy_text(entry.value, value);
+  entry->op = EditOp::add;
+  entry->field = field;
+  entry->type = type;
+  copy_text(entry->value, value);
+  return true;
+}
+
+bool append_removal(EditList& list, std::uint16_t field) {
+  EditEntry* const entry = take_entry(list);
+  if (entry == nullptr) {
+    return false;
+  }
+  entry->op = EditOp::remove;
+  entry->field = field;
   return true;
 }
 

@@ -33,4 +33,7 @@ struct EditList {
 [[nodiscard]] bool append_edit(EditList& list, std::uint16_t field, std::uint16_t type,
                                std::string_view value);
 
+/// Appends a remove entry; false when the list is full.
+[[nodiscard]] bool append_removal(EditList& list, std::uint16_t field);
+
 }  // namespace tagmend

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <limits>
 
+#include "support/ascii.h"
 #include "support/message.h"
 #include "support/settings.h"
 #include "support/text_buffer.h"
@@ -19,7 +20,6 @@ using Uint16Limits = std::numeric_limits<std::uint16_t>;
 using Uint32Limits = std::numeric_limits<std::uint32_t>;
 
 constexpr bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 void skip_spaces(std::string_view& text) {
   while (!text.empty() && is_space(text.front())) {
@@ -87,21 +87,6 @@ constexpr bool is_integer(DataType type) {
 
 constexpr bool is_rational(DataType type) {
   return type == DataType::unsigned_rational || type == DataType::signed_rational;
-}
-
-constexpr std::uint8_t no_hex_digit = 255;
-
-constexpr std::uint8_t hex_digit_value(char c) {
-  if (is_digit(c)) {
-    return static_cast<std::uint8_t>(c - '0');
-  }
-  if (c >= 'a' && c <= 'f') {
-    return static_cast<std::uint8_t>(c - 'a' + 10);
-  }
-  if (c >= 'A' && c <= 'F') {
-    return static_cast<std::uint8_t>(c - 'A' + 10);
-  }
-  return no_hex_digit;
 }
 
 ErrorCode put_rational_item(ByteCursor& cursor, std::string_view item, DataType type,

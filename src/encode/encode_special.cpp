@@ -69,6 +69,8 @@ ErrorCode encode_aperture(const FieldValue& field, std::span<std::uint8_t> outpu
   if (!f_number || *f_number < 0) {
     return ErrorCode::invalid_number;
   }
+  // The logarithm of 0, minus infinity, is refused like that of any F-number below 1.
+  // cppcheck-suppress invalidFunctionArg
   const double stops = std::log(double{*f_number}) / std::log(square_root_of_2);
   return store_rational(field, stops, four_decimals, output, value_count);
 }

@@ -4,6 +4,7 @@
 
 #include "dictionary/value_map.h"
 #include "encode/template_names.h"
+#include "support/ascii.h"
 #include "support/message.h"
 #include "support/settings.h"
 #include "support/text_buffer.h"
@@ -76,9 +77,8 @@ constexpr CharClass class_of(char c) {
     default:
       break;
   }
-  const bool letter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-  const bool digit = c >= '0' && c <= '9';
-  return letter || digit || c == '-' ? CharClass::name_character : CharClass::other;
+  const bool named = is_letter(c) || is_digit(c) || c == '-';
+  return named ? CharClass::name_character : CharClass::other;
 }
 
 /// An expansion in progress.

@@ -7,6 +7,7 @@
 #include "dictionary/field_def.h"
 #include "dictionary/value_map.h"
 #include "encode/date_time.h"
+#include "support/ascii.h"
 #include "support/file_names.h"
 #include "support/settings.h"
 #include "support/text_buffer.h"

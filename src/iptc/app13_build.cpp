@@ -6,6 +6,7 @@
 #include "read/jpeg_markers.h"
 #include "support/byte_cursor.h"
 #include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/error_code.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
@@ -13,8 +14,6 @@
 namespace tagmend {
 
 namespace {
-
-using Bytes = std::span<const std::uint8_t>;
 
 /// The most bytes of a segment with its marker.
 constexpr std::uint32_t segment_limit = 65535;
@@ -76,10 +75,6 @@ struct SegmentWriter {
   const char* source_name;
 };
 
-void put_text(ByteCursor& cursor, std::string_view text) {
-  cursor_put_bytes(cursor, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-}
-
 void put_byte(ByteCursor& cursor, std::uint8_t byte) { cursor_put_bytes(cursor, {&byte, 1}); }
 
 void pad_to_even(ByteCursor& cursor) {
@@ -108,7 +103,7 @@ ErrorCode copy_value(SegmentWriter& writer, const IptcEntry& entry) {
 
 ErrorCode put_value(SegmentWriter& writer, const IptcEntry& entry) {
   if (entry.has_new_value) {
-    put_text(writer.cursor, entry.new_value);
+    cursor_put_bytes(writer.cursor, bytes_of(entry.new_value));
     return ErrorCode::ok;
   }
   return copy_value(writer, entry);
@@ -132,10 +127,10 @@ ErrorCode put_block(SegmentWriter& writer, std::span<const IptcEntry> block, App
   ByteCursor& cursor = writer.cursor;
   const IptcEntry& first = block.front();
   const auto size = static_cast<std::uint32_t>(data_size(block));
-  put_text(cursor, block_signature);
+  cursor_put_bytes(cursor, bytes_of(block_signature));
   cursor_put_u16(cursor, first.resource);
   put_byte(cursor, static_cast<std::uint8_t>(first.resource_name_length));
-  put_text(cursor, {first.resource_name.data(), first.resource_name_length});
+  cursor_put_bytes(cursor, bytes_of({first.resource_name.data(), first.resource_name_length}));
   pad_to_even(cursor);
   cursor_put_u32(cursor, size);
   ErrorCode code = ErrorCode::ok;
@@ -153,7 +148,7 @@ ErrorCode put_block(SegmentWriter& writer, std::span<const IptcEntry> block, App
 ErrorCode put_segment(SegmentWriter& writer, const IptcStore& store, App13Result& result) {
   cursor_put_u16(writer.cursor, marker_app13);
   cursor_put_u16(writer.cursor, static_cast<std::uint16_t>(result.length - 2));
-  put_text(writer.cursor, photoshop_header);
+  cursor_put_bytes(writer.cursor, bytes_of(photoshop_header));
   put_byte(writer.cursor, 0);
   result.blocks_pos = writer.cursor.pos;
   for (std::span<const IptcEntry> rest = store.list(); !rest.empty();) {

@@ -185,7 +185,7 @@ using enum DatasetType;
 /// A row of resource 1028.
 constexpr IptcDatasetDef dataset(std::uint16_t record, std::uint16_t number, const char* nickname,
                                  const char* description, DatasetType type,
-                                 std::uint16_t max_length, Extras extras = {}) {
+                                 std::uint16_t max_length, const Extras& extras = {}) {
   return {.resource = resource_iptc,
           .record = record,
           .dataset = number,
@@ -203,7 +203,7 @@ constexpr IptcDatasetDef dataset(std::uint16_t record, std::uint16_t number, con
 /// A row of another resource, which holds one value.
 constexpr IptcDatasetDef resource(std::uint16_t number, const char* nickname,
                                   const char* description, DatasetType type,
-                                  std::uint16_t max_length, Extras extras = {}) {
+                                  std::uint16_t max_length, const Extras& extras = {}) {
   IptcDatasetDef def = dataset(0, 255, nickname, description, type, max_length, extras);
   def.resource = number;
   return def;

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/message.h"
 #include "support/settings.h"
 #include "support/text_buffer.h"
@@ -11,8 +12,6 @@
 namespace tagmend {
 
 namespace {
-
-using Bytes = std::span<const std::uint8_t>;
 
 /// Every dataset begins with this byte, followed by its record number.
 constexpr std::uint8_t tag_marker = 0x1C;
@@ -23,12 +22,8 @@ constexpr std::uint32_t dataset_header_size = 5;
 /// Characters that the text of a value made of numbers may have.
 constexpr std::size_t number_text_limit = 2000;
 
-Bytes bytes_of(std::string_view text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
 /// The number in the first bytes of a value, at most `width` of them.
-std::uint32_t leading_number(Bytes value, std::size_t width) {
+std::uint32_t leading_number(ByteSpan value, std::size_t width) {
   std::uint32_t number = 0;
   for (const std::uint8_t byte : value.first(std::min(width, value.size()))) {
     number = number << 8 | byte;
@@ -48,7 +43,7 @@ std::size_t number_width(DatasetType type) {
 }
 
 /// A value by its type alone.
-Bytes plain_text(const IptcDatasetDef& def, Bytes value, TextBuffer& text) {
+ByteSpan plain_text(const IptcDatasetDef& def, ByteSpan value, TextBuffer& text) {
   switch (def.type) {
     case DatasetType::number16:
     case DatasetType::number32: {
@@ -67,7 +62,7 @@ Bytes plain_text(const IptcDatasetDef& def, Bytes value, TextBuffer& text) {
 }
 
 /// The name of a value of a row with a map.
-Bytes mapped_text(const IptcDatasetDef& def, Bytes value, TextBuffer& text) {
+ByteSpan mapped_text(const IptcDatasetDef& def, ByteSpan value, TextBuffer& text) {
   if (def.value_map_bytes != nullptr) {
     const ValueMapBytesEntry* entry = map_find_bytes(def.value_map_bytes, 0, value);
     return bytes_of(entry != nullptr ? entry->description : "Unknown value");
@@ -81,8 +76,8 @@ Bytes mapped_text(const IptcDatasetDef& def, Bytes value, TextBuffer& text) {
 }
 
 /// CCYYMMDD as CCYY/MM/DD.
-Bytes date_text(Bytes value, TextBuffer& text) {
-  const std::string_view date(reinterpret_cast<const char*>(value.data()), 8);
+ByteSpan date_text(ByteSpan value, TextBuffer& text) {
+  const std::string_view date = text_of(value.first(8));
   append(text, date.substr(0, 4));
   append(text, "/");
   append(text, date.substr(4, 2));
@@ -92,7 +87,7 @@ Bytes date_text(Bytes value, TextBuffer& text) {
 }
 
 /// The text of a value, in the IPTC character set: the value itself, a constant, or made in `text`.
-Bytes display_text(const IptcDatasetDef& def, Bytes value, TextBuffer& text) {
+ByteSpan display_text(const IptcDatasetDef& def, ByteSpan value, TextBuffer& text) {
   if (value.empty()) {
     return value;
   }
@@ -126,11 +121,11 @@ ErrorCode add_dataset(IptcStore& store, ByteCursor& cursor, std::uint16_t mark, 
 
   std::array<char, number_text_limit + 1> room;
   TextBuffer text(room);
-  const Bytes shown = display_text(def, cursor.rest().first(entry.length), text);
+  const ByteSpan shown = display_text(def, cursor.rest().first(entry.length), text);
   cursor_skip(cursor, entry.length);
   trace(0, "IPTC: Mark=%4x, Field=%d:%d, Name=%.*s, Len=%d, Rem=%d\n", mark, entry.record,
-        entry.dataset, static_cast<int>(shown.size()), reinterpret_cast<const char*>(shown.data()),
-        entry.length, static_cast<int>(cursor.rest().size()));
+        entry.dataset, static_cast<int>(shown.size()), text_of(shown).data(), entry.length,
+        static_cast<int>(cursor.rest().size()));
   return add_iptc_entry(store, entry, shown);
 }
 

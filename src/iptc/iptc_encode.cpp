@@ -8,6 +8,7 @@
 #include "encode/encode_field.h"
 #include "encode/field_list.h"
 #include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/charset.h"
 #include "support/message.h"
 #include "support/text_buffer.h"
@@ -31,9 +32,7 @@ void set_bytes(Encoding& encoding, std::span<const std::uint8_t> bytes) {
   std::copy_n(bytes.begin(), encoding.length, encoding.bytes.begin());
 }
 
-void set_text(Encoding& encoding, std::string_view text) {
-  set_bytes(encoding, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-}
+void set_text(Encoding& encoding, std::string_view text) { set_bytes(encoding, bytes_of(text)); }
 
 ErrorCode encode_mapped_number(const IptcDatasetDef& def, std::string_view text,
                                Encoding& encoding) {
@@ -165,8 +164,7 @@ ErrorCode iptc_encode_field(std::uint16_t row, std::string_view text, IptcStore&
   if (check_only || (result != ErrorCode::ok && result != ErrorCode::value_truncated)) {
     return result;
   }
-  const std::string_view bytes(reinterpret_cast<const char*>(encoding.bytes.data()),
-                               encoding.length);
+  const std::string_view bytes = text_of(std::span(encoding.bytes).first(encoding.length));
   if (!append_to_pool(store.pool, bytes, encoded)) {
     store.incomplete = true;
   }

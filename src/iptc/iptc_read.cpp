@@ -7,6 +7,7 @@
 #include "iptc/iptc_decode.h"
 #include "read/ifd_parser.h"
 #include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
 #include "support/settings.h"
@@ -16,7 +17,6 @@ namespace tagmend {
 
 namespace {
 
-using Bytes = std::span<const std::uint8_t>;
 using namespace std::string_view_literals;
 
 constexpr std::string_view photoshop_header = "Photoshop 3.0";
@@ -26,16 +26,8 @@ constexpr std::string_view exif_header = "Exif\0\0"sv;
 /// The first IFD of embedded EXIF data stands right behind the TIFF header.
 constexpr std::uint32_t tiff_header_size = 8;
 
-/// Bytes of a copyright flag that are carried over.
+/// ByteSpan of a copyright flag that are carried over.
 constexpr std::uint32_t copyright_flag_size = 4;
-
-std::string_view text_of(Bytes bytes) {
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
-Bytes bytes_of(std::string_view text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
 
 /// A cursor over `size` bytes at the position of another one; at most what there is.
 ByteCursor cursor_over(const ByteCursor& cursor, std::uint64_t size) {
@@ -54,14 +46,14 @@ struct ResourceBlock {
   std::string_view name;
   std::uint32_t size = 0;  ///< of its data, as the block tells it
   ByteCursor data;         ///< over its data alone
-  Bytes following;         ///< from its data on to the end of all blocks
+  ByteSpan following;      ///< from its data on to the end of all blocks
 
   [[nodiscard]] bool is_whole() const { return data.buffer.size() == size; }
 };
 
 /// Reads a block up to its data, where the cursor then stands; iptc_invalid.
 ErrorCode read_block(ByteCursor& cursor, ResourceBlock& block) {
-  const Bytes start = cursor.rest();
+  const ByteSpan start = cursor.rest();
   if (!text_of(start).starts_with(block_signature)) {
     std::array<std::uint8_t, 4> found{};
     std::copy_n(start.begin(), std::min(start.size(), found.size()), found.begin());
@@ -204,7 +196,7 @@ ErrorCode walk_blocks(ReadContext& context, ByteCursor cursor, bool decode_iptc)
   return ErrorCode::ok;
 }
 
-bool has_photoshop_header(Bytes payload) {
+bool has_photoshop_header(ByteSpan payload) {
   const bool found = text_of(payload).starts_with(photoshop_header);
   trace(0, found ? "IPTC: Photoshop header detected"
                  : "APP13 Block does not contain Photoshop IPTC data");

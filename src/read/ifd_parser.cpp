@@ -4,7 +4,7 @@
 #include <limits>
 #include <optional>
 
-#include "read/ifd_chain.h"
+#include "read/ifd_value.h"
 #include "read/maker_note.h"
 #include "read/tiff_header.h"
 #include "support/message.h"

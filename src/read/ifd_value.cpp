@@ -1,3 +1,5 @@
+#include "read/ifd_value.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
@@ -6,7 +8,6 @@
 #include <string_view>
 
 #include "read/decode.h"
-#include "read/ifd_chain.h"
 #include "read/maker_note.h"
 #include "support/message.h"
 #include "support/settings.h"

@@ -1,5 +1,6 @@
 #include "read/image_file.h"
 
+#include <compare>
 #include <tuple>
 
 #include "support/text_buffer.h"
@@ -57,7 +58,10 @@ int compare_entries(const FieldEntry& left, const FieldEntry& right) {
     return std::tuple(entry.kind, entry.level, entry.seq, entry.tag & 0xFFFF, entry.tag >> 16);
   };
   const auto order = place(left) <=> place(right);
-  return order < 0 ? -1 : order > 0 ? 1 : 0;
+  if (std::is_lt(order)) {
+    return -1;
+  }
+  return std::is_gt(order) ? 1 : 0;
 }
 
 }  // namespace tagmend

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <limits>
 #include <span>
 #include <string_view>
 
 #include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
 
@@ -26,10 +26,6 @@ constexpr std::uint32_t max_segments = 100'000;
 template <std::size_t Size>
 bool read_bytes(MFILE& file, std::array<std::uint8_t, Size>& bytes) {
   return mfread(bytes.data(), 1, Size, file) == Size;
-}
-
-bool begins_with(std::span<const std::uint8_t> bytes, std::string_view text) {
-  return bytes.size() >= text.size() && std::memcmp(bytes.data(), text.data(), text.size()) == 0;
 }
 
 bool read_segment(SegmentWalk& walk) {
@@ -130,7 +126,7 @@ void record_segment(ReadContext& context, MFILE& file, const JpegSegment& segmen
 bool is_stream_header(const std::array<std::uint8_t, 28>& header) {
   const bool class_known =
       std::any_of(header.begin() + 24, header.end(), [](std::uint8_t byte) { return byte != 0; });
-  return begins_with(header, "\xFE\xFF\0\0"sv) && class_known;
+  return text_of(header).starts_with("\xFE\xFF\0\0"sv) && class_known;
 }
 
 std::uint32_t length_behind(std::uint32_t length, std::uint32_t header) {
@@ -176,7 +172,7 @@ FpxrHeader read_fpxr_header(MFILE& file, std::uint32_t length) {
   constexpr std::uint32_t stream_header_length = 28;
   FpxrHeader header;
   std::array<std::uint8_t, header_length> bytes;
-  if (length <= 12 || !read_bytes(file, bytes) || !begins_with(bytes, "FPXR\0\0"sv)) {
+  if (length <= 12 || !read_bytes(file, bytes) || !text_of(bytes).starts_with("FPXR\0\0"sv)) {
     return header;
   }
   if (bytes[6] != 2) {
@@ -209,8 +205,8 @@ bool has_wave_audio(MFILE& file, std::uint32_t offset, std::uint32_t length) {
     print_error("Error: Can't seek to audio file offset: %s\n", error_text(ErrorCode::seek_failed));
     return false;
   }
-  return read_bytes(file, header) && begins_with(header, "RIFF"sv) &&
-         begins_with(std::span(header).subspan<8>(), "WAVE"sv);
+  return read_bytes(file, header) && text_of(header).starts_with("RIFF"sv) &&
+         text_of(header).substr(8).starts_with("WAVE"sv);
 }
 
 void read_frame_size(MFILE& file, std::uint32_t& width, std::uint32_t& height) {

@@ -1,11 +1,11 @@
 #include "read/tiff_header.h"
 
-#include <cstring>
 #include <string_view>
 
 #include "read/jpeg_markers.h"
 #include "read/raw_files.h"
 #include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
 
@@ -51,8 +51,7 @@ ErrorCode move_to_file_pos(ByteCursor& cursor, std::uint32_t file_pos, std::uint
 }
 
 bool stands_on_exif_mark(const ByteCursor& cursor) {
-  return cursor.has(exif_mark.size()) &&
-         std::memcmp(cursor.rest().data(), exif_mark.data(), exif_mark.size()) == 0;
+  return text_of(cursor.rest()).starts_with(exif_mark);
 }
 
 // An Exif segment's data: the mark and the TIFF header (Exif 2.2, 4.7.2).
@@ -88,7 +87,7 @@ ErrorCode locate_in_jpeg(ByteCursor& cursor, ImageFile& image, std::uint32_t& fi
     std::array<std::uint8_t, exif_mark.size()> mark{};
     if (walk.segment.marker != marker_app1 ||
         mfread(mark.data(), 1, mark.size(), walk.file) != mark.size() ||
-        std::memcmp(mark.data(), exif_mark.data(), mark.size()) != 0) {
+        text_of(mark) != exif_mark) {
       continue;
     }
     return enter_app1(cursor, walk) == ErrorCode::ok ? enter_exif_segment(cursor, image, first_ifd)

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "support/ascii.h"
 #include "support/message.h"
 #include "support/text_buffer.h"
 
@@ -30,27 +31,21 @@ constexpr ConversionWords iptc_words{"IPTC ", "closing character conversion"};
 constexpr ConversionWords exif_words{"EXIF ", "closing character conversion"};
 
 /// glibc and POSIX agree that a failed open gives the address of all ones.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast)
 bool is_open(iconv_t descriptor) { return reinterpret_cast<std::intptr_t>(descriptor) != -1; }
-
-ByteSpan bytes_of(std::string_view text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
-std::span<char> characters_of(std::span<std::uint8_t> bytes) {
-  return {reinterpret_cast<char*>(bytes.data()), bytes.size()};
-}
 
 /// Converts the whole input; returns how many bytes of the output were written.
 std::size_t convert(const char* to, const char* from, ByteSpan input, std::span<char> output,
                     const ConversionWords& words) {
   constexpr auto failed = static_cast<std::size_t>(-1);
-  const iconv_t descriptor = iconv_open(to, from);
+  iconv_t descriptor = iconv_open(to, from);
   if (!is_open(descriptor)) {
     print_warning("iconv_open error: %s\n", std::strerror(errno));
     return 0;
   }
   // iconv never writes to its input; its type is older than const.
-  char* next = reinterpret_cast<char*>(const_cast<std::uint8_t*>(input.data()));
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
+  char* next = const_cast<char*>(text_of(input).data());
   std::size_t left = input.size();
   char nothing = '\0';
   char* end = output.empty() ? &nothing : output.data();
@@ -92,12 +87,6 @@ std::size_t copy_plain(ByteSpan input, std::span<char> output) {
 }
 
 bool is_set(const CharsetName& name) { return name[0] != '\0'; }
-
-/// ASCII only, whatever the locale: names of character sets have no other letters.
-char upper_case(char character) {
-  return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
-                                              : character;
-}
 
 /// The code set of the locale that the environment names; of the C locale when there is no such.
 /// The program's own locale stays the C locale, so that letter classes never depend on the user's.
@@ -149,7 +138,7 @@ void cs_init() {
 }
 
 bool cs_valid(const char* charset) {
-  const iconv_t descriptor = iconv_open(charset, utf16_name);
+  iconv_t descriptor = iconv_open(charset, utf16_name);
   if (!is_open(descriptor)) {
     return false;
   }
@@ -159,7 +148,7 @@ bool cs_valid(const char* charset) {
 
 void cs_set_name(CharsetName& destination, std::string_view name) {
   copy_text(destination, name);
-  std::ranges::transform(destination, destination.begin(), upper_case);
+  std::ranges::transform(destination, destination.begin(), to_upper);
 }
 
 std::size_t cs_from_utf16(ByteSpan input, std::span<char> output) {

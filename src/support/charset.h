@@ -9,11 +9,10 @@
 #include <span>
 #include <string_view>
 
+#include "support/byte_text.h"
 #include "support/settings.h"
 
 namespace tagmend {
-
-using ByteSpan = std::span<const std::uint8_t>;
 
 /// Sets every default of the settings and reads ORVALE_UNICODE_COMMENT, ORVALE_CS_LOCAL,
 /// ORVALE_CS_EXIF and ORVALE_CS_IPTC.

@@ -15,6 +15,10 @@ namespace {
 /// Callers print a failure and then look at errno: printing leaves it as it was.
 struct KeepErrno {
   int value = errno;
+
+  KeepErrno() = default;
+  KeepErrno(const KeepErrno&) = delete;
+  KeepErrno& operator=(const KeepErrno&) = delete;
   ~KeepErrno() { errno = value; }
 };
 

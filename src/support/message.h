@@ -2,7 +2,8 @@
 // ways in which the program ends early. All texts are printf formats; the compiler checks them.
 #pragma once
 
-#define TAGMEND_PRINTF(format_index) __attribute__((format(printf, format_index, format_index + 1)))
+#define TAGMEND_PRINTF(format_index) \
+  __attribute__((format(printf, format_index, (format_index) + 1)))
 
 namespace tagmend {
 

@@ -6,6 +6,7 @@
 
 #include "encode/encode_field.h"
 #include "support/message.h"
+#include "write/insert_position.h"
 #include "write/table_order.h"
 #include "write/writer_fields.h"
 
@@ -42,10 +43,6 @@ bool holds_field(const ImageFile& image, const FieldDef& def) {
   });
 }
 
-void append_removal(EditList& edits, std::uint16_t field) {
-  edits.entries[static_cast<std::size_t>(edits.count++)] = {.op = EditOp::remove, .field = field};
-}
-
 // A TIFF file keeps its IPTC data in two fields of IFD0; they are set from the block built for this
 // file, or go when nothing is left for them.
 void append_iptc_field_edits(const EditContext& context, EditList& edits) {
@@ -62,7 +59,7 @@ void append_iptc_field_edits(const EditContext& context, EditList& edits) {
       const auto type = static_cast<std::uint16_t>(field_table_defs[row].data_type);
       static_cast<void>(append_edit(edits, row, type, ""));
     } else if (holds_field(context.image, field_table_defs[row])) {
-      append_removal(edits, row);
+      static_cast<void>(append_removal(edits, row));
     }
   };
   append_field_edit(writer_fields().iptc_fields, !app13.iptc().empty());
@@ -185,11 +182,14 @@ void insert_entry(ImageFile& image, FieldEntry& entry, int position) {
   sort_by_index(image);
 }
 
-/// The place in the order of an entry that an edit marked as deleted, so that it can be put back.
+/// The place of an entry that an edit marked as deleted, so that it can be put back or taken.
 struct DeletedEntry {
   bool found = false;
   std::uint16_t index = 0;
-  std::uint16_t ifd = 0;
+  std::uint16_t edit_state = 0;
+  std::uint16_t level = 0;
+  std::uint32_t seq = 0;
+  IfdPlace ifd;
 };
 
 DeletedEntry delete_entry(ImageFile& image, const FieldDef& def) {
@@ -197,7 +197,8 @@ DeletedEntry delete_entry(ImageFile& image, const FieldDef& def) {
     if (entry.tag != def.tag || entry.kind != def.ifd_kind || entry.ifd.display_only) {
       continue;
     }
-    const DeletedEntry deleted{true, entry.index, entry.ifd.id};
+    const DeletedEntry deleted{true,        entry.index, entry.edit_state,
+                               entry.level, entry.seq,   entry.ifd};
     entry.index = deleted_index;
     sort_by_index(image);
     return deleted;
@@ -212,7 +213,7 @@ void restore_entry(ImageFile& image, const FieldDef& def, const DeletedEntry& de
   }
   for (FieldEntry& entry : image.table()) {
     if (entry.tag != def.tag || entry.kind != def.ifd_kind || !is_deleted(entry) ||
-        entry.ifd.id != deleted.ifd) {
+        entry.ifd.id != deleted.ifd.id) {
       continue;
     }
     entry.index = deleted.index;
@@ -221,10 +222,23 @@ void restore_entry(ImageFile& image, const FieldDef& def, const DeletedEntry& de
   }
 }
 
-ErrorCode add_field(EditContext& context, EditList& edits, EditEntry& edit) {
+// A field that was alone in its IFD leaves no other to go by: its new value takes its own place.
+void insert_in_place(ImageFile& image, FieldEntry& entry, const DeletedEntry& replaced) {
+  entry.index = replaced.index;
+  entry.edit_state = replaced.edit_state;
+  static_cast<void>(append_field(image, entry));
+  sort_by_index(image);
+}
+
+ErrorCode add_field(EditContext& context, EditList& edits, EditEntry& edit,
+                    const DeletedEntry& replaced) {
   const FieldDef& def = field_table_defs[edit.field];
-  const InsertPosition place = find_insert_position(def.ifd_kind, def.tag, context.image);
-  if (place.position == nowhere) {
+  InsertPosition place = find_insert_position(def.ifd_kind, def.tag, context.image);
+  const bool in_place =
+      place.position == nowhere && replaced.found && replaced.index != deleted_index;
+  if (in_place) {
+    place = {.level = replaced.level, .seq = replaced.seq, .ifd = replaced.ifd};
+  } else if (place.position == nowhere) {
     print_error("Can't add field %s, required IFD not found\n", def.description);
     return ErrorCode::field_not_present;
   }
@@ -239,6 +253,10 @@ ErrorCode add_field(EditContext& context, EditList& edits, EditEntry& edit) {
     return result;
   }
   FieldEntry entry = make_entry(edit, place, value);
+  if (in_place) {
+    insert_in_place(context.image, entry, replaced);
+    return ErrorCode::ok;
+  }
   if (place.new_ifd) {
     ++context.image.ifd_count;
   }
@@ -256,7 +274,7 @@ void apply_edit(EditContext& context, EditList& edits, EditEntry& edit, ErrorCod
     }
     return;
   }
-  const ErrorCode result = add_field(context, edits, edit);
+  const ErrorCode result = add_field(context, edits, edit, deleted);
   if (result == ErrorCode::ok) {
     pending = ErrorCode::ok;
     return;

@@ -9,9 +9,6 @@
 
 namespace tagmend {
 
-/// Gives a file without any field the two that new EXIF data starts with.
-void init_minimal_exif(ImageFile& image);
-
 /// Writes the EXIF data of the table to the output: for a JPEG an APP1 segment at `position`, for a
 /// TIFF the file from `position` on. Unchanged values and image data are copied from the source.
 /// The output then stands behind what was written. exif_too_long, end_of_buffer (the source ends

@@ -7,6 +7,7 @@
 #include "read/maker_note.h"
 #include "support/byte_cursor.h"
 #include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
 #include "write/image_data.h"
@@ -71,13 +72,9 @@ std::uint32_t header_size(const ImageFile& image, std::uint32_t pointer) {
   return maker.header_length + (inner ? inner_tiff_header_size : 0U);
 }
 
-void put_text(ByteCursor& buffer, std::string_view text) {
-  cursor_put_bytes(buffer, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-}
-
 void put_header(const IfdWriter& writer, ByteCursor& buffer, std::uint32_t pointer) {
   if (pointer == tag_ricoh_info) {
-    put_text(buffer, ricoh_info_header);
+    cursor_put_bytes(buffer, bytes_of(ricoh_info_header));
   }
   if (pointer != tag_maker_note) {
     return;
@@ -87,7 +84,7 @@ void put_header(const IfdWriter& writer, ByteCursor& buffer, std::uint32_t point
   if (maker.structure != MakerStructure::tiff_header) {
     return;
   }
-  put_text(buffer, writer.big_endian ? "MM" : "II");
+  cursor_put_bytes(buffer, bytes_of(writer.big_endian ? "MM" : "II"));
   cursor_put_u16(buffer, 42);
   cursor_put_u32(buffer, inner_tiff_header_size);
 }

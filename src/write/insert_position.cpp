@@ -1,7 +1,7 @@
-// Where a new field goes, so that the tags of an IFD stay in ascending order.
+#include "write/insert_position.h"
+
 #include <optional>
 
-#include "write/apply_edits.h"
 #include "write/table_order.h"
 
 namespace tagmend {

@@ -7,6 +7,7 @@
 
 #include "read/file_type.h"
 #include "read/jpeg_markers.h"
+#include "support/byte_text.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
 #include "write/exif_generate.h"
@@ -22,8 +23,7 @@ struct Segment {
 };
 
 bool starts_with(MFILE& input, std::string_view text) {
-  return matches_at_position(input,
-                             {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+  return matches_at_position(input, bytes_of(text));
 }
 
 ErrorCode write_exif_segment(JpegRewrite& rewrite) {

@@ -1,9 +1,10 @@
-// The fields that a file without EXIF data starts with.
+#include "write/minimal_exif.h"
+
 #include <algorithm>
 #include <string_view>
 
+#include "support/byte_text.h"
 #include "support/text_buffer.h"
-#include "write/exif_generate.h"
 #include "write/writer_fields.h"
 
 namespace tagmend {
@@ -11,10 +12,6 @@ namespace {
 
 constexpr std::string_view program_name = "Orvale V2.7.0";
 constexpr std::string_view exif_version = "0220";
-
-std::span<const std::uint8_t> bytes_of(std::string_view text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
 
 FieldEntry entry_for(std::uint16_t row, std::string_view text, const ImageFile& image) {
   const FieldDef& def = field_table_defs[row];

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "support/descriptor.h"
 #include "support/message.h"
 #include "write/temp_file.h"
 
@@ -80,14 +81,12 @@ ErrorCode refuse_changed(const Replacement& files) {
 }
 
 bool sync_directory() {
-  const int directory = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (directory < 0) {
+  const Descriptor directory(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!directory.is_open()) {
     return false;
   }
   // File systems that cannot sync a directory say EINVAL; there is nothing more to wait for then.
-  const bool synced = fsync(directory) == 0 || errno == EINVAL;
-  close(directory);
-  return synced;
+  return fsync(directory.number) == 0 || errno == EINVAL;
 }
 
 }  // namespace

@@ -19,9 +19,9 @@ void sort_by_index(ImageFile& image) {
     if (!precedes(table[next], table[next - 1])) {
       continue;
     }
-    const auto sorted = table.first(next);
-    const auto place = std::upper_bound(sorted.begin(), sorted.end(), table[next], precedes);
-    std::rotate(place, sorted.end(), table.begin() + static_cast<std::ptrdiff_t>(next) + 1);
+    const auto entry = table.begin() + static_cast<std::ptrdiff_t>(next);
+    const auto place = std::upper_bound(table.begin(), entry, *entry, precedes);
+    std::rotate(place, entry, entry + 1);
   }
 }
 

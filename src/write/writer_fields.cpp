@@ -5,7 +5,6 @@
 
 #include "dictionary/field_def.h"
 #include "support/message.h"
-#include "write/apply_edits.h"
 
 namespace tagmend {
 namespace {

@@ -18,4 +18,7 @@ struct WriterFields {
 /// Looks the rows up, once a run; a missing one ends the program (status 1).
 const WriterFields& writer_fields();
 
+/// Looks the rows up now: a run that lacks one ends before it touches a file.
+void init_writer_indexes();
+
 }  // namespace tagmend

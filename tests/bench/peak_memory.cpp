@@ -7,7 +7,9 @@
 #include <cstdio>
 
 int main(int argc, char** argv) {
-  if (argc < 2) return 2;
+  if (argc < 2) {
+    return 2;
+  }
   const pid_t child = fork();
   if (child == 0) {
     execv(argv[1], argv + 1);
@@ -15,7 +17,9 @@ int main(int argc, char** argv) {
   }
   int status = 0;
   rusage usage = {};
-  if (wait4(child, &status, 0, &usage) != child || status != 0) return 1;
+  if (wait4(child, &status, 0, &usage) != child || status != 0) {
+    return 1;
+  }
   std::printf("%ld\n", usage.ru_maxrss);
   return 0;
 }

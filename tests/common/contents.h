@@ -24,10 +24,9 @@ struct Contents {
 /// Whether the session's edits set or remove what has this tag, or this record and dataset.
 inline bool is_edited(const Session& session, const FieldEntry& entry) {
   const EditList& edits = session.exif_edits;
-  return std::any_of(edits.entries.begin(), edits.entries.begin() + edits.count,
-                     [&entry](const EditEntry& edit) {
-                       return field_table_defs[edit.field].tag == entry.tag;
-                     });
+  return std::any_of(
+      edits.entries.begin(), edits.entries.begin() + edits.count,
+      [&entry](const EditEntry& edit) { return field_table_defs[edit.field].tag == entry.tag; });
 }
 inline bool is_edited(const Session& session, const IptcEntry& entry) {
   const EditList& edits = session.iptc_edits;
@@ -35,9 +34,11 @@ inline bool is_edited(const Session& session, const IptcEntry& entry) {
                      [&entry](const EditEntry& edit) { return edit.field == entry.row; });
 }
 
-/// Where image data lies: a rewrite moves it.
+/// Where image data lies: a rewrite moves it. A thumbnail's length of a type that holds no number
+/// is written as a LONG.
 inline bool is_place(const FieldEntry& entry) {
-  return entry.tag == 0x0201 || entry.tag == 0x0111 || entry.tag == 0x0144;
+  const bool odd_length = entry.tag == 0x0202 && entry.type != kShort && entry.type != kLong;
+  return odd_length || entry.tag == 0x0201 || entry.tag == 0x0111 || entry.tag == 0x0144;
 }
 
 /// Reads a file and lists what neither the session's edits nor the new places of image data change.
@@ -50,8 +51,9 @@ inline Contents unedited_contents(const Session& session, Bytes file) {
   char place[64];
   for (const FieldEntry& entry : session.image.table()) {
     if (is_place(entry) || is_edited(session, entry)) continue;
-    std::snprintf(place, sizeof place, "kind %u tag %x type %u: ",
-                  static_cast<unsigned>(entry.kind), entry.tag, entry.type);
+    std::snprintf(place, sizeof place,
+                  "kind %u tag %x type %u: ", static_cast<unsigned>(entry.kind), entry.tag,
+                  entry.type);
     contents.lines.push_back(place + std::string(entry.text.data()));
   }
   for (const IptcEntry& entry : session.iptc.list()) {

@@ -20,7 +20,9 @@ inline Bytes hex(std::string_view digits) {
   Bytes bytes;
   std::string pair;
   for (const char digit : digits) {
-    if (digit == ' ') continue;
+    if (digit == ' ') {
+      continue;
+    }
     pair += digit;
     if (pair.size() == 2) {
       bytes.push_back(static_cast<std::uint8_t>(std::stoi(pair, nullptr, 16)));

@@ -22,7 +22,9 @@ inline Bytes bytes_of(std::string_view text) { return {text.begin(), text.end()}
 
 inline Bytes joined(std::initializer_list<Bytes> parts) {
   Bytes all;
-  for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
+  for (const Bytes& part : parts) {
+    all.insert(all.end(), part.begin(), part.end());
+  }
   return all;
 }
 
@@ -39,7 +41,9 @@ inline Bytes noise(std::size_t size, std::uint32_t seed) {
 /// Writes `size` low bytes of `value` at `at`, growing `out` with zero bytes as needed.
 inline void put(Bytes& out, std::size_t at, std::uint32_t value, std::size_t size,
                 bool big_endian) {
-  if (out.size() < at + size) out.resize(at + size);
+  if (out.size() < at + size) {
+    out.resize(at + size);
+  }
   for (std::size_t i = 0; i < size; ++i) {
     const std::size_t shift = 8 * (big_endian ? size - 1 - i : i);
     out[at + i] = static_cast<std::uint8_t>(value >> shift);
@@ -47,8 +51,12 @@ inline void put(Bytes& out, std::size_t at, std::uint32_t value, std::size_t siz
 }
 
 inline void put(Bytes& out, std::size_t at, const Bytes& bytes) {
-  if (out.size() < at + bytes.size()) out.resize(at + bytes.size());
-  for (std::size_t i = 0; i < bytes.size(); ++i) out[at + i] = bytes[i];
+  if (out.size() < at + bytes.size()) {
+    out.resize(at + bytes.size());
+  }
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    out[at + i] = bytes[i];
+  }
 }
 
 inline Bytes big16(std::uint32_t value) {
@@ -121,7 +129,9 @@ inline Entry rationals(std::uint16_t tag, Numbers values) {
 }
 inline Entry octets(std::uint16_t tag, Type type, std::string_view value) {
   Entry entry{tag, type, {}, {}};
-  for (const char c : value) entry.numbers.push_back(static_cast<std::uint8_t>(c));
+  for (const char c : value) {
+    entry.numbers.push_back(static_cast<std::uint8_t>(c));
+  }
   return entry;
 }
 inline Entry octets(std::uint16_t tag, Type type, const Bytes& value) {
@@ -146,7 +156,9 @@ inline Entry image_locator(std::uint16_t tag, Type type) { return {tag, type, {}
 
 inline Entry* find(Ifd& ifd, std::uint16_t tag) {
   for (Entry& entry : ifd.entries) {
-    if (entry.tag == tag) return &entry;
+    if (entry.tag == tag) {
+      return &entry;
+    }
   }
   return nullptr;
 }
@@ -161,7 +173,9 @@ inline void set(Ifd& ifd, Entry entry) {
     return;
   }
   auto place = ifd.entries.begin();
-  while (place != ifd.entries.end() && place->tag < entry.tag) ++place;
+  while (place != ifd.entries.end() && place->tag < entry.tag) {
+    ++place;
+  }
   ifd.entries.insert(place, std::move(entry));
 }
 
@@ -195,7 +209,9 @@ inline std::size_t number_size(std::uint16_t type) {
 inline Bytes value_bytes(const Entry& entry, bool big_endian) {
   Bytes out;
   const std::size_t size = number_size(entry.type);
-  for (const std::uint32_t number : entry.numbers) put(out, out.size(), number, size, big_endian);
+  for (const std::uint32_t number : entry.numbers) {
+    put(out, out.size(), number, size, big_endian);
+  }
   return out;
 }
 
@@ -251,8 +267,12 @@ inline void put_entry_head(const Place& place, std::size_t at, const Entry& entr
 /// `at`, the position of its entry count.
 inline Place enter_block(const Place& around, const Ifd& ifd, std::size_t& at) {
   Place inside = around;
-  if (ifd.own_order) inside.big_endian = ifd.big_endian;
-  if (ifd.base == Base::start) inside.base = at;
+  if (ifd.own_order) {
+    inside.big_endian = ifd.big_endian;
+  }
+  if (ifd.base == Base::start) {
+    inside.base = at;
+  }
   put(*around.out, at, ifd.header);
   at += ifd.header.size();
   if (ifd.base == Base::inner) {
@@ -272,9 +292,13 @@ inline std::size_t write_nested(const Place& place, const Entry& entry, std::siz
                                 std::size_t data) {
   const std::size_t count = entry.nested.size();
   const std::size_t start = data;
-  if (count > 1) data += 4 * count;
+  if (count > 1) {
+    data += 4 * count;
+  }
   for (std::size_t i = 0; i < count; ++i) {
-    if (count > 1) place.put_offset(start + 4 * i, data);
+    if (count > 1) {
+      place.put_offset(start + 4 * i, data);
+    }
     data = write_ifd(place, entry.nested[i], data);
   }
   put_entry_head(place, at, entry, entry.type == kUndefined ? data - start : count);
@@ -305,15 +329,21 @@ inline std::size_t write_ifd(const Place& around, const Ifd& ifd, std::size_t at
       put_entry_head(place, entry_at, entry, value.size() / type_size(entry.type));
       const bool inside = value.size() <= 4;
       put(out, entry_at + 8, Bytes(4));
-      if (!inside) place.put_offset(entry_at + 8, data);
+      if (!inside) {
+        place.put_offset(entry_at + 8, data);
+      }
       const std::size_t value_at = inside ? entry_at + 8 : data;
       put(out, value_at, value);
       if (holds_image_offsets(ifd, entry)) {
         offsets_at = value_at;
         offset_size = type_size(entry.type);
       }
-      if (entry.tag == 0x0201 && locates_thumbnail(ifd, entry)) thumbnail_at = value_at;
-      if (!inside) data = even(data + value.size());
+      if (entry.tag == 0x0201 && locates_thumbnail(ifd, entry)) {
+        thumbnail_at = value_at;
+      }
+      if (!inside) {
+        data = even(data + value.size());
+      }
     }
     entry_at += 12;
   }
@@ -329,7 +359,9 @@ inline std::size_t write_ifd(const Place& around, const Ifd& ifd, std::size_t at
     put(out, data, ifd.images[i]);
     data = even(data + ifd.images[i].size());
   }
-  if (out.size() < data) out.resize(data);
+  if (out.size() < data) {
+    out.resize(data);
+  }
   return data;
 }
 
@@ -359,7 +391,9 @@ inline std::size_t scatter_nested(const Place& place, const Ifd& ifd, std::size_
 /// of its header (or, without one, of its table). `next` is the position of the next IFD, or 0.
 inline std::size_t scatter_ifd(const Place& around, const Ifd& ifd, std::size_t next) {
   Place place = around;
-  if (ifd.own_order) place.big_endian = ifd.big_endian;
+  if (ifd.own_order) {
+    place.big_endian = ifd.big_endian;
+  }
   Bytes& out = *place.out;
   const bool big = place.big_endian;
   Numbers image_offsets;
@@ -372,7 +406,9 @@ inline std::size_t scatter_ifd(const Place& around, const Ifd& ifd, std::size_t 
   for (std::size_t i = ifd.entries.size(); i-- > 0;) {
     const std::size_t at = 2 + 12 * i;
     Entry entry = completed(ifd, ifd.entries[i]);
-    if (holds_image_offsets(ifd, entry)) entry.numbers = image_offsets;
+    if (holds_image_offsets(ifd, entry)) {
+      entry.numbers = image_offsets;
+    }
     if (entry.tag == 0x0201 && locates_thumbnail(ifd, entry)) {
       entry.numbers = {
           static_cast<std::uint32_t>(append_after_junk(out, ifd.thumbnail) - place.base)};
@@ -401,7 +437,9 @@ inline std::size_t scatter_ifd(const Place& around, const Ifd& ifd, std::size_t 
     }
   }
   put(table, 2 + 12 * ifd.entries.size(), 0, 4, big);
-  if (next != 0) in_table.put_offset(table.size() - 4, next);
+  if (next != 0) {
+    in_table.put_offset(table.size() - 4, next);
+  }
   return append_after_junk(out, joined({ifd.header, table}));
 }
 
@@ -421,7 +459,9 @@ inline Bytes written_tiff(bool big_endian, const std::vector<Ifd>& chain) {
   std::size_t at = 8;
   std::size_t link = 0;
   for (const Ifd& ifd : chain) {
-    if (link != 0) place.put_offset(link, at);
+    if (link != 0) {
+      place.put_offset(link, at);
+    }
     const std::size_t next = layout::write_ifd(place, ifd, at);
     link = at + layout::table_size(ifd) - 4;
     at = next;
@@ -434,7 +474,9 @@ inline Bytes scattered_tiff(bool big_endian, const std::vector<Ifd>& chain) {
   Bytes out = layout::tiff_header(big_endian);
   const layout::Place place{&out, 0, big_endian};
   std::size_t next = 0;
-  for (std::size_t i = chain.size(); i-- > 0;) next = layout::scatter_ifd(place, chain[i], next);
+  for (std::size_t i = chain.size(); i-- > 0;) {
+    next = layout::scatter_ifd(place, chain[i], next);
+  }
   place.put_offset(4, next);
   return out;
 }

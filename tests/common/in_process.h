@@ -29,7 +29,9 @@ inline void throw_at_end_of_program() {
     registered = true;
     SiblingName name;
     MFileHandle file;
-    if (create_temp_file(name, file) == ErrorCode::ok) discard_temp_file();
+    if (create_temp_file(name, file) == ErrorCode::ok) {
+      discard_temp_file();
+    }
   }
   set_end_cleanup([] {
     discard_temp_file();
@@ -41,7 +43,9 @@ inline void throw_at_end_of_program() {
 inline int run_here(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), "tagmend");
   std::vector<char*> argv;
-  for (std::string& argument : arguments) argv.push_back(argument.data());
+  for (std::string& argument : arguments) {
+    argv.push_back(argument.data());
+  }
   argv.push_back(nullptr);
   library_settings = {};
   throw_at_end_of_program();
@@ -52,6 +56,40 @@ inline int run_here(std::vector<std::string> arguments) {
   }
 }
 
+/// Runs whose messages go nowhere: thousands of damaged files have much to tell.
+class QuietRuns {
+ public:
+  QuietRuns() : nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)) {
+    for (const int stream : {1, 2}) {
+      kept_[stream - 1] = ::fcntl(stream, F_DUPFD_CLOEXEC, 3);
+    }
+  }
+  QuietRuns(const QuietRuns&) = delete;
+  QuietRuns& operator=(const QuietRuns&) = delete;
+  ~QuietRuns() {
+    for (const int descriptor : {nowhere_, kept_[0], kept_[1]}) {
+      ::close(descriptor);
+    }
+  }
+
+  [[nodiscard]] int run(const std::vector<std::string>& arguments) const {
+    std::fflush(stdout);
+    for (const int stream : {1, 2}) {
+      ::dup2(nowhere_, stream);
+    }
+    const int status = run_here(arguments);
+    std::fflush(stdout);
+    for (const int stream : {1, 2}) {
+      ::dup2(kept_[stream - 1], stream);
+    }
+    return status;
+  }
+
+ private:
+  int nowhere_;
+  int kept_[2];
+};
+
 /// A fresh directory, in memory where the system has such a place, that is the current one while
 /// the object lives.
 class ScratchDirectory {
@@ -59,7 +97,9 @@ class ScratchDirectory {
   ScratchDirectory() : outside_(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
     for (const char* const place : {"/dev/shm", "/tmp"}) {
       root_ = std::string(place) + "/tagmend-XXXXXX";
-      if (::mkdtemp(root_.data()) != nullptr && ::chdir(root_.c_str()) == 0) return;
+      if (::mkdtemp(root_.data()) != nullptr && ::chdir(root_.c_str()) == 0) {
+        return;
+      }
     }
     std::abort();
   }
@@ -67,7 +107,9 @@ class ScratchDirectory {
   ScratchDirectory& operator=(const ScratchDirectory&) = delete;
   ~ScratchDirectory() {
     clear();
-    if (::fchdir(outside_) == 0) ::rmdir(root_.c_str());
+    if (::fchdir(outside_) == 0) {
+      ::rmdir(root_.c_str());
+    }
     ::close(outside_);
   }
 
@@ -75,14 +117,18 @@ class ScratchDirectory {
     std::vector<std::string> found;
     DIR* const directory = ::opendir(".");
     while (const dirent* const entry = ::readdir(directory)) {
-      if (entry->d_name[0] != '.') found.emplace_back(entry->d_name);
+      if (entry->d_name[0] != '.') {
+        found.emplace_back(entry->d_name);
+      }
     }
     ::closedir(directory);
     return found;
   }
 
   static void clear() {
-    for (const std::string& name : names()) ::unlink(name.c_str());
+    for (const std::string& name : names()) {
+      ::unlink(name.c_str());
+    }
   }
 
  private:
@@ -92,15 +138,21 @@ class ScratchDirectory {
 
 inline void write_file(const char* name, const Bytes& content) {
   std::FILE* const file = std::fopen(name, "wb");
-  if (file == nullptr) std::abort();
-  if (!content.empty()) std::fwrite(content.data(), 1, content.size(), file);
+  if (file == nullptr) {
+    std::abort();
+  }
+  if (!content.empty()) {
+    std::fwrite(content.data(), 1, content.size(), file);
+  }
   std::fclose(file);
 }
 
 /// Nothing for a file that does not exist.
 inline Bytes file_content(const char* name) {
   std::FILE* const file = std::fopen(name, "rb");
-  if (file == nullptr) return {};
+  if (file == nullptr) {
+    return {};
+  }
   Bytes content;
   Bytes piece(1U << 16U);
   while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), file)) {

@@ -47,9 +47,9 @@ inline Ifd note_for(const MakerDef& maker, std::size_t limit) {
 }
 
 inline std::vector<Ifd> maker_chain(const MakerDef& maker, std::size_t limit = 190) {
-  return {ifd_of({text(0x010F, maker.make), text(0x0110, *maker.model ? maker.model : "Any"),
-                  pointer(0x8769, {octets(0x9000, kUndefined, "0220"),
-                                   maker_note(note_for(maker, limit))})})};
+  return {ifd_of(
+      {text(0x010F, maker.make), text(0x0110, *maker.model ? maker.model : "Any"),
+       pointer(0x8769, {octets(0x9000, kUndefined, "0220"), maker_note(note_for(maker, limit))})})};
 }
 
 /// The layouts whose notes are IFDs.

@@ -15,7 +15,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 #include <map>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +38,7 @@ struct RunSettings {
   bool merged = false;                     ///< both streams into one file, shown as `out`
   bool as_nobody = false;                  ///< without the rights of root
   std::function<void()> before_exec = {};  ///< called in the child
+  std::string program = TAGMEND_PROGRAM;   ///< another one that is run in the same way
 };
 
 struct Outcome {
@@ -53,7 +56,9 @@ class Sandbox {
     ::chmod(root_.c_str(), 0777);
   }
   explicit Sandbox(const Files& files) : Sandbox() {
-    for (const auto& [name, content] : files) add(name, content);
+    for (const auto& [name, content] : files) {
+      add(name, content);
+    }
   }
   Sandbox(const Sandbox&) = delete;
   Sandbox& operator=(const Sandbox&) = delete;
@@ -83,7 +88,9 @@ class Sandbox {
   [[nodiscard]] Bytes content(const std::string& name) const {
     Bytes bytes;
     FILE* const file = std::fopen(path(name).c_str(), "rb");
-    if (file == nullptr) return bytes;
+    if (file == nullptr) {
+      return bytes;
+    }
     Bytes piece(1U << 16U);
     while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), file)) {
       bytes.insert(bytes.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got));
@@ -101,7 +108,9 @@ class Sandbox {
       if (entry.is_symlink()) {
         found[name] = bytes_of("-> " + fs::read_symlink(entry.path()).string());
       } else if (entry.is_directory()) {
-        if (fs::is_empty(entry.path())) found[name + "/"];
+        if (fs::is_empty(entry.path())) {
+          found[name + "/"];
+        }
       } else {
         found[name] = content(name);
       }
@@ -130,7 +139,9 @@ inline std::string drained(int descriptor) {
 
 inline std::vector<char*> pointers(Words& words) {
   std::vector<char*> out;
-  for (std::string& word : words) out.push_back(word.data());
+  for (std::string& word : words) {
+    out.push_back(word.data());
+  }
   out.push_back(nullptr);
   return out;
 }
@@ -139,18 +150,38 @@ inline Words environment_for(const RunSettings& settings) {
   Words all = settings.environment;  // getenv takes the first of two
   all.insert(all.end(), {"PATH=/usr/bin:/bin", "LC_ALL=C", "TZ=UTC"});
   for (const char* const name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE"}) {
-    if (const char* const value = std::getenv(name)) all.push_back(std::string(name) + "=" + value);
+    if (const char* const value = std::getenv(name)) {
+      all.push_back(std::string(name) + "=" + value);
+    }
   }
   return all;
+}
+
+/// The file to execute and its arguments. TAGMEND_RUN_PREFIX holds words, divided by blanks, that
+/// stand in front of the program: a checker that runs it.
+struct Command {
+  std::string file;
+  Words words;
+};
+
+inline Command command_for(const RunSettings& settings, const Words& arguments) {
+  Command command{.file = settings.program, .words = {"tagmend"}};
+  if (const char* const prefix = std::getenv("TAGMEND_RUN_PREFIX")) {
+    std::istringstream words(prefix);
+    command.words.assign(std::istream_iterator<std::string>(words), {});
+    command.words.push_back(settings.program);
+    command.file = command.words.front();
+  }
+  command.words.insert(command.words.end(), arguments.begin(), arguments.end());
+  return command;
 }
 
 }  // namespace run_details
 
 inline Outcome Sandbox::run(const Words& arguments, const RunSettings& settings) const {
-  Words argv = {"tagmend"};
-  argv.insert(argv.end(), arguments.begin(), arguments.end());
+  run_details::Command command = run_details::command_for(settings, arguments);
   Words environment = run_details::environment_for(settings);
-  const std::vector<char*> argument_list = run_details::pointers(argv);
+  const std::vector<char*> argument_list = run_details::pointers(command.words);
   const std::vector<char*> environment_list = run_details::pointers(environment);
   const std::string start = path(settings.directory);
   const int in = ::memfd_create("in", 0);
@@ -167,12 +198,16 @@ inline Outcome Sandbox::run(const Words& arguments, const RunSettings& settings)
     ::dup2(in, 0);
     ::dup2(out, 1);
     ::dup2(err, 2);
-    if (::chdir(start.c_str()) != 0) ::_exit(126);
-    if (settings.before_exec) settings.before_exec();
+    if (::chdir(start.c_str()) != 0) {
+      ::_exit(126);
+    }
+    if (settings.before_exec) {
+      settings.before_exec();
+    }
     if (settings.as_nobody && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
       ::_exit(126);
     }
-    ::execve(TAGMEND_PROGRAM, argument_list.data(), environment_list.data());
+    ::execvpe(command.file.c_str(), argument_list.data(), environment_list.data());
     ::_exit(127);
   }
   int status = 0;
@@ -181,15 +216,21 @@ inline Outcome Sandbox::run(const Words& arguments, const RunSettings& settings)
   ::close(in);
   outcome.out = run_details::drained(out);
   outcome.err = run_details::drained(err);
-  if (settings.merged) outcome.err.clear();
+  if (settings.merged) {
+    outcome.err.clear();
+  }
   return outcome;
 }
 
 /// Where two byte strings part, with the bytes around, or an empty text when they are equal.
 inline std::string difference(const Bytes& expected, const Bytes& actual) {
-  if (expected == actual) return {};
+  if (expected == actual) {
+    return {};
+  }
   std::size_t at = 0;
-  while (at < expected.size() && at < actual.size() && expected[at] == actual[at]) ++at;
+  while (at < expected.size() && at < actual.size() && expected[at] == actual[at]) {
+    ++at;
+  }
   const auto shown = [at](const Bytes& bytes) {
     std::string line;
     const std::size_t first = at < 16 ? 0 : at - 16;

@@ -12,7 +12,9 @@ namespace {
 std::string hex_lines(const Bytes& bytes, std::size_t width, const char* digit_format) {
   std::string lines;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (i % width == 0) lines += i == 0 ? "% " : "\n% ";
+    if (i % width == 0) {
+      lines += i == 0 ? "% " : "\n% ";
+    }
     char digits[3];
     std::snprintf(digits, sizeof digits, digit_format, bytes[i]);
     lines += digits;
@@ -69,14 +71,18 @@ TEST_F(EpsTest, WalksTheDecodedResources) {
   }
   std::string lines = hex_lines(bytes, 7, "%02x");
   for (char& character : lines) {
-    if (character == '\n') character = '\r';
+    if (character == '\n') {
+      character = '\r';
+    }
   }
   EXPECT_EQ(read(eps("%BeginPhotoshop: ", count, lines + "junk" + end)), ErrorCode::ok);
   EXPECT_EQ(stored(), resource_texts);
   // The walk's own failures.
   EXPECT_EQ(read(eps("%BeginPhotoshop: ", "4", "% 38424950\n" + end)), ErrorCode::iptc_invalid);
   Bytes many;
-  for (int i = 0; i < 201; ++i) many = joined({many, resource(1000, "", {1, 2})});
+  for (int i = 0; i < 201; ++i) {
+    many = joined({many, resource(1000, "", {1, 2})});
+  }
   EXPECT_EQ(read(eps("%BeginPhotoshop: ", std::to_string(many.size()),
                      hex_lines(many, 32, "%02x") + end)),
             ErrorCode::too_many_iptc_fields);

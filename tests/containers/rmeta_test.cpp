@@ -56,7 +56,9 @@ TEST_F(RmetaTest, NamesAndValuesBecomeFields) {
 
 TEST_F(RmetaTest, TakesFiveOfEachAndStopsAtAnEmptyText) {
   Bytes seven;
-  for (const char* name : {"a", "b", "c", "d", "e", "f", "g"}) seven = joined({seven, ascii(name)});
+  for (const char* name : {"a", "b", "c", "d", "e", "f", "g"}) {
+    seven = joined({seven, ascii(name)});
+  }
   const Bytes values = joined({ascii("x"), ascii(""), ascii("y")});
   read(payload("MM", {record(1, seven, true), record(1, ascii("h"), true), record(7, seven, true),
                       record(2, values, true), record(2, ascii(""), true),

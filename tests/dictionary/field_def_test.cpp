@@ -188,10 +188,14 @@ TEST(FieldDef, KindsStandTogetherInTheirOrder) {
 
 TEST(FieldDef, NicknamesAreUniqueButForTwo) {
   std::map<std::string, int> uses;
-  for (const FieldDef& def : field_table_defs) ++uses[def.nickname];
+  for (const FieldDef& def : field_table_defs) {
+    ++uses[def.nickname];
+  }
   std::vector<std::string> doubled;
   for (const auto& [nickname, count] : uses) {
-    if (count > 1) doubled.push_back(nickname);
+    if (count > 1) {
+      doubled.push_back(nickname);
+    }
   }
   EXPECT_EQ(doubled, (std::vector<std::string>{"n3-0091", "px-zoom"}));
 }

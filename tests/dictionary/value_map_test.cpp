@@ -158,12 +158,5 @@ TEST(ValueMap, RowsWithoutAMapFindNothing) {
   EXPECT_EQ(map_find_bytes(nullptr, 0, {}), nullptr);
 }
 
-TEST(ValueMap, OnlyAsciiLettersFold) {
-  EXPECT_TRUE(equal_ignoring_case("aZ-9", "Az-9"));
-  EXPECT_FALSE(equal_ignoring_case("@[`{", "`{@["));
-  EXPECT_FALSE(equal_ignoring_case("\xC4", "\xE4"));
-  EXPECT_FALSE(equal_ignoring_case("ab", "abc"));
-}
-
 }  // namespace
 }  // namespace tagmend

@@ -14,7 +14,9 @@ using testing::internal::GetCapturedStderr;
 std::string parse(std::string_view text, DateRequirement requirement) {
   DateRecord date;
   const ErrorCode code = parse_date_time(text, date, requirement);
-  if (code != ErrorCode::ok) return "code " + std::to_string(static_cast<unsigned>(code));
+  if (code != ErrorCode::ok) {
+    return "code " + std::to_string(static_cast<unsigned>(code));
+  }
   const auto join = [](const auto&... parts) { return (std::string(parts.data()) + ...); };
   const std::string colon = ":";
   return join(date.year_text, colon, date.month_text, colon, date.day_text, std::string(" "),
@@ -174,7 +176,9 @@ TEST(DateTime, UnknownRequirement) {
 TEST(DateTime, MonthNames) {
   EXPECT_STREQ(month_name_of(1), "Jan");
   EXPECT_STREQ(month_name_of(12), "Dec");
-  for (const int month : {-1, 0, 13, 99}) EXPECT_STREQ(month_name_of(month), "xxx");
+  for (const int month : {-1, 0, 13, 99}) {
+    EXPECT_STREQ(month_name_of(month), "xxx");
+  }
 }
 
 }  // namespace

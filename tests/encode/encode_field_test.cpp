@@ -27,7 +27,9 @@ std::string encode(const char* nickname, std::string_view text, EncodeTarget tar
   std::array<std::uint8_t, encoded_limit> output{};
   std::uint32_t count = 0;
   const ErrorCode code = exif_encode_field(row, target, text, output, count, {});
-  if (code != ErrorCode::ok) return "code " + std::to_string(static_cast<unsigned>(code));
+  if (code != ErrorCode::ok) {
+    return "code " + std::to_string(static_cast<unsigned>(code));
+  }
   std::string result = std::to_string(count) + ":";
   const DataType type = field_table_defs[row].data_type;
   const auto stored = type == DataType::short_or_long ? DataType::unsigned_long : type;
@@ -48,7 +50,9 @@ std::string hex(std::uint32_t number) {
 
 std::string rationals(std::initializer_list<std::int32_t> numbers) {
   std::string text = std::to_string(numbers.size() / 2) + ":";
-  for (const std::int32_t number : numbers) text += hex(static_cast<std::uint32_t>(number));
+  for (const std::int32_t number : numbers) {
+    text += hex(static_cast<std::uint32_t>(number));
+  }
   return text;
 }
 
@@ -197,7 +201,9 @@ TEST(EncodeField, SignedShorts) {
     std::uint32_t count = 0;
     EXPECT_EQ(encode_integers(DataType::signed_short, true, row.text, output, count), row.code)
         << row.text;
-    if (row.code != ErrorCode::ok) continue;
+    if (row.code != ErrorCode::ok) {
+      continue;
+    }
     EXPECT_EQ(count, 1u);
     EXPECT_EQ(output[0] << 8 | output[1], row.value) << row.text;
   }
@@ -209,7 +215,9 @@ TEST(EncodeField, SignedShorts) {
 
 TEST(EncodeField, MoreNumbersThanTheAreaHoldsAreRefused) {
   std::string numbers;
-  for (int i = 0; i < 501; ++i) numbers += "1,";
+  for (int i = 0; i < 501; ++i) {
+    numbers += "1,";
+  }
   CaptureStderr();
   EXPECT_EQ(encode("cn-body-num", numbers), "code 23");
   EXPECT_EQ(GetCapturedStderr(), "Error: Attempt to write past end of buffer(3144), exiting\n");
@@ -287,7 +295,9 @@ TEST(EncodeField, ValueMaps) {
 TEST(EncodeField, EveryNameOfEveryMapIsAccepted) {
   for (std::uint16_t row = 0; row < field_def_count; ++row) {
     const FieldDef& def = field_table_defs[row];
-    if (!def.editable) continue;
+    if (!def.editable) {
+      continue;
+    }
     const auto accepts = [&](const char* name) {
       EncodedValue output;
       std::uint32_t count = 0;
@@ -315,10 +325,14 @@ TEST(EncodeField, NoTextOverrunsTheArea) {
       continue;
     }
     for (const std::string& text : texts) {
-      if (def.data_type == DataType::string && text.size() == 2000) continue;
+      if (def.data_type == DataType::string && text.size() == 2000) {
+        continue;
+      }
       EncodedValue output;
       std::uint32_t count = 0;
-      if (exif_encode_field(row, {}, text, output, count, {}) != ErrorCode::ok) continue;
+      if (exif_encode_field(row, {}, text, output, count, {}) != ErrorCode::ok) {
+        continue;
+      }
       const auto type =
           def.data_type == DataType::short_or_long ? DataType::unsigned_long : def.data_type;
       EXPECT_LE(value_size(static_cast<std::uint16_t>(type), count), encoded_limit);

@@ -23,7 +23,9 @@ Items add_items(std::string text, char quote) {
   NameText name;
   ValueText value;
   Items items;
-  while (next_add_item(list, quote, name, value)) items.emplace_back(name.data(), value.data());
+  while (next_add_item(list, quote, name, value)) {
+    items.emplace_back(name.data(), value.data());
+  }
   return items;
 }
 
@@ -31,7 +33,9 @@ Names remove_items(std::string text, char quote) {
   ListText list{text};
   NameText name;
   Names names;
-  while (next_remove_item(list, quote, name)) names.emplace_back(name.data());
+  while (next_remove_item(list, quote, name)) {
+    names.emplace_back(name.data());
+  }
   EXPECT_STREQ(name.data(), "");
   return names;
 }
@@ -40,7 +44,9 @@ Names split_items(std::string text, char quote, char separator) {
   ListText list{text};
   ValueText item;
   Names items;
-  while (split_repeated_value(list, quote, separator, item)) items.emplace_back(item.data());
+  while (split_repeated_value(list, quote, separator, item)) {
+    items.emplace_back(item.data());
+  }
   return items;
 }
 

@@ -94,7 +94,9 @@ TEST_F(Template, Names) {
       {R"(\[artist])", R"(\J. Doe)"},
       {"\\\n", "\\\n [45]"},
   };
-  for (const auto& row : cases) EXPECT_EQ(expand(row.text), row.result) << row.text;
+  for (const auto& row : cases) {
+    EXPECT_EQ(expand(row.text), row.result) << row.text;
+  }
 }
 
 TEST_F(Template, Sections) {

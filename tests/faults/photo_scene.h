@@ -24,10 +24,13 @@ struct Scene {
   Words options;
   Words operands;
   std::vector<Photo> photos;
+  Words environment = {};            ///< NAME=value
   bool has_large_attribute = false;  ///< an extended attribute that fits no small buffer
   bool without_links = false;        ///< as on a file system that has no hard links
 
   [[nodiscard]] bool keeps_backup() const { return options.at(0) != "-b"; }
+  /// Whether the photographs are met in a walk, whose messages name directories too.
+  [[nodiscard]] bool is_walk() const { return operands.at(0) == "."; }
   [[nodiscard]] Words arguments() const;
 };
 
@@ -53,13 +56,13 @@ void use_memory_file_system();
 
 /// How the run of a scene ended.
 struct Disturbance {
-  std::string text;             ///< what was done, for the messages of failed checks
-  bool ended_early = false;     ///< by a signal: photographs not yet reached stay as they were
-  bool may_leave_temp = false;  ///< killed
-  bool is_permanent = false;    ///< the photographs behind the first that failed may fail too
-  bool is_silent = false;       ///< the messages themselves could not be printed
-  bool must_succeed = false;    ///< what any program has to live with
-  std::size_t in_work = 0;      ///< the photograph whose edit was disturbed; past the last: none
+  std::string text;           ///< what was done, for the messages of failed checks
+  bool ended_early = false;   ///< by a signal: photographs not yet reached stay as they were
+  std::size_t temps = 0;      ///< files that it may leave behind: the original or the new file
+  bool is_permanent = false;  ///< the photographs behind the first that failed may fail too
+  bool is_silent = false;     ///< the messages themselves could not be printed
+  bool must_succeed = false;  ///< what any program has to live with
+  std::size_t in_work = 0;    ///< the photograph whose edit was disturbed; past the last: none
 };
 
 /// Every name leads to its old or its new file, no original is lost, no temporary file is left, the

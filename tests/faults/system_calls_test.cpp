@@ -1,6 +1,7 @@
 // Every system call of an edit that can fail does so, at each of its occurrences, once and from
 // then on; reads and writes are cut short; and the program is ended at each of these points.
 #include <errno.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 
@@ -27,15 +28,18 @@ class SystemCalls : public testing::TestWithParam<Scene> {
     }
     const SceneSandbox sandbox(scene());
     std::vector<SystemCall> calls;
+    const auto record = [&calls](const SystemCall& call) {
+      calls.push_back(call);
+      return missing_link(call);
+    };
     const auto outcome =
-        run_traced(sandbox.sandbox(), scene().arguments(), [&calls, this](const SystemCall& call) {
-          calls.push_back(call);
-          return missing_link(call);
-        });
+        run_traced(sandbox.sandbox(), scene().arguments(), record, scene().environment);
     ASSERT_TRUE(outcome.has_value());
     check_scene(scene(), sandbox, *outcome, {.text = "undisturbed", .must_succeed = true});
     ASSERT_FALSE(HasFailure()) << "The edit itself does not work.";
     calls_ = std::move(calls);
+    const char* const wanted = std::getenv("TAGMEND_FAULTS");
+    if (wanted == nullptr || std::string_view(wanted) != "all") leave_out_second_photo();
   }
 
   void TearDown() override {
@@ -49,6 +53,14 @@ class SystemCalls : public testing::TestWithParam<Scene> {
     const std::string_view name = call.row->name;
     if (!scene().without_links || (name != "link" && name != "linkat")) return {};
     return {.deed = Meddling::Deed::fail, .number = EPERM};
+  }
+
+  /// The second photograph sees the same calls; it shows whether the run goes on.
+  void leave_out_second_photo() {
+    if (scene().is_walk()) return;
+    std::size_t end = 0;
+    while (end < calls_.size() && in_work(end) != 1) ++end;
+    calls_.resize(end);
   }
 
   /// The photograph that is in work when the call is made; past the last before the first.
@@ -66,8 +78,9 @@ class SystemCalls : public testing::TestWithParam<Scene> {
   void disturb(const SystemCall& call, const Meddling& meddling, bool from_then_on,
                Disturbance disturbance) {
     const SceneSandbox sandbox(scene());
-    const auto outcome =
-        run_traced(sandbox.sandbox(), scene().arguments(), [&](const SystemCall& now) -> Meddling {
+    const auto outcome = run_traced(
+        sandbox.sandbox(), scene().arguments(),
+        [&](const SystemCall& now) -> Meddling {
           const bool is_kind = now.row == call.row && now.prints() == call.prints();
           if (is_kind && (now.index == call.index || (from_then_on && now.index > call.index))) {
             Meddling deed = meddling;
@@ -75,11 +88,15 @@ class SystemCalls : public testing::TestWithParam<Scene> {
             return deed;
           }
           return missing_link(now);
-        });
+        },
+        scene().environment);
     ASSERT_TRUE(outcome.has_value());
     ++tried_;
     disturbance.is_silent = call.prints();
     disturbance.is_permanent = from_then_on;
+    // What can't be removed stays.
+    const bool is_removal = std::string_view(call.row->name).starts_with("unlink");
+    if (from_then_on && is_removal) disturbance.temps = scene().photos.size();
     disturbance.in_work = in_work(call.index);
     check_scene(scene(), sandbox, *outcome, disturbance);
     EXPECT_TRUE(!disturbance.ended_early || outcome->status == -meddling.number)
@@ -105,7 +122,7 @@ class SystemCalls : public testing::TestWithParam<Scene> {
         disturb(call, {.deed = Meddling::Deed::signal, .number = number}, false,
                 {.text = call.text() + ": " + ::strsignal(number),
                  .ended_early = true,
-                 .may_leave_temp = number == SIGKILL});
+                 .temps = number == SIGKILL ? 1U : 0U});
       }
     }
   }
@@ -116,7 +133,8 @@ class SystemCalls : public testing::TestWithParam<Scene> {
     const std::string_view name = call.row->name;
     if (name == "copy_file_range") return true;
     if (name == "link") return error == EPERM || error == EMLINK || error == EXDEV;
-    return error == EINTR && name != "close" && name != "fsync";
+    const bool opens_directory = name == "openat" && (call.arguments[2] & O_DIRECTORY) != 0;
+    return error == EINTR && name != "close" && name != "fsync" && !opens_directory;
   }
 
   std::vector<SystemCall> calls_;
@@ -141,6 +159,28 @@ TEST_P(SystemCalls, MoveFewerBytes) {
 TEST_P(SystemCalls, AreTheLast) { end_each({SIGKILL}); }
 
 TEST_P(SystemCalls, AreInterrupted) { end_each({SIGINT, SIGTERM, SIGHUP}); }
+
+/// After a power failure the name leads to one of the two files, and the old one is not yet gone
+/// unless the new one is there to stay.
+TEST_P(SystemCalls, StoreBeforeTheyReplace) {
+  bool stored = false;
+  bool taken = false;
+  bool directory_stored = false;
+  for (const SystemCall& call : calls_) {
+    const std::string_view name = call.row->name;
+    const bool is_backup = call.path.find("-be.") != std::string::npos;
+    if (name == "fsync") {
+      directory_stored = taken;
+      stored = true;
+    } else if (name.starts_with("rename") && call.path.starts_with("orvale_")) {
+      EXPECT_TRUE(stored) << call.text();
+      taken = true;
+    } else if (name == "unlink" && is_backup) {
+      EXPECT_TRUE(directory_stored) << call.text();
+    }
+    if (scene().is_walk() && name == "chdir") stored = taken = directory_stored = false;
+  }
+}
 
 INSTANTIATE_TEST_SUITE_P(Scenes, SystemCalls, testing::ValuesIn(scenes()),
                          [](const auto& case_info) { return case_info.param.title; });

@@ -259,12 +259,14 @@ std::string SystemCall::text() const {
 }
 
 std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments,
-                                  const Meddler& meddler) {
+                                  const Meddler& meddler, const Words& environment) {
   Words words = {"tagmend"};
   words.insert(words.end(), arguments.begin(), arguments.end());
-  Words environment = run_details::environment_for({});
+  RunSettings settings;
+  settings.environment = environment;
+  Words all_environment = run_details::environment_for(settings);
   const std::vector<char*> argument_list = run_details::pointers(words);
-  const std::vector<char*> environment_list = run_details::pointers(environment);
+  const std::vector<char*> environment_list = run_details::pointers(all_environment);
   const Streams streams;
   Outcome outcome;
   outcome.pid = ::fork();
@@ -276,16 +278,6 @@ std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments
   if (!status) return {};
   outcome.status = WIFEXITED(*status) ? WEXITSTATUS(*status) : -WTERMSIG(*status);
   return outcome;
-}
-
-std::vector<SystemCall> record_calls(const Sandbox& sandbox, const Words& arguments) {
-  std::vector<SystemCall> calls;
-  const auto outcome = run_traced(sandbox, arguments, [&calls](const SystemCall& call) {
-    calls.push_back(call);
-    return Meddling{};
-  });
-  if (!outcome) calls.clear();
-  return calls;
 }
 
 std::string tracing_obstacle() {

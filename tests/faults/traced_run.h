@@ -54,10 +54,7 @@ using Meddler = std::function<Meddling(const SystemCall&)>;
 /// fail, from the first one that looks at the start directory or at a file named by it on. Nothing
 /// where tracing is not possible.
 std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments,
-                                  const Meddler& meddler);
-
-/// The calls of an undisturbed run; empty where tracing is not possible.
-std::vector<SystemCall> record_calls(const Sandbox& sandbox, const Words& arguments);
+                                  const Meddler& meddler, const Words& environment = {});
 
 /// Why programs can't be traced here, or an empty text when they can.
 std::string tracing_obstacle();

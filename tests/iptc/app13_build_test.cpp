@@ -18,7 +18,9 @@ class App13BuildTest : public StoreTest {
       EXPECT_EQ(read_app13(context_, *handle, static_cast<std::uint32_t>(payload.size())),
                 ErrorCode::ok);
     }
-    if (change_) change_(*store_);
+    if (change_) {
+      change_(*store_);
+    }
     return build_app13(*result_, *store_, file.name.c_str());
   }
 

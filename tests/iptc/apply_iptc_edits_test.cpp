@@ -146,7 +146,9 @@ TEST_F(ApplyIptcEditsTest, FullListsAndStoresAreReported) {
   reset_iptc_store(*store_);
   edits_->count = 0;
   std::string many = "ip-keyword=k";
-  for (int i = 1; i < 199; ++i) many += ";k";
+  for (int i = 1; i < 199; ++i) {
+    many += ";k";
+  }
   list({many, "ip-caption=x", "ip-city=y"});
   EXPECT_EQ(apply(), "Warning: Field table full. Some edit actions may not have been performed.\n");
   EXPECT_EQ(store_->count, 200);

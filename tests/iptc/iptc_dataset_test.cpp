@@ -52,7 +52,9 @@ TEST(IptcDataset, RowsFollowTheStandard) {
 
 TEST(IptcDataset, NicknamesAreUnique) {
   std::set<std::string> nicknames;
-  for (std::size_t i = 0; i < iptc_dataset_count; ++i) nicknames.insert(row(int(i)).nickname);
+  for (std::size_t i = 0; i < iptc_dataset_count; ++i) {
+    nicknames.insert(row(int(i)).nickname);
+  }
   EXPECT_EQ(nicknames.size(), iptc_dataset_count);
 }
 

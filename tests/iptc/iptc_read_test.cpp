@@ -158,7 +158,9 @@ TEST_F(IptcReadTest, OnlyPhotoshopSegmentsCountAndOfThoseTheLast) {
 
 TEST_F(IptcReadTest, StopsAtTheTwoHundredAndFirstEntry) {
   Bytes datasets;
-  for (int i = 0; i < 201; ++i) datasets = joined({datasets, dataset(2, 25, "k")});
+  for (int i = 0; i < 201; ++i) {
+    datasets = joined({datasets, dataset(2, 25, "k")});
+  }
   const Bytes more = joined({datasets, dataset(2, 90, "Oslo")});
   EXPECT_EQ(read_segment(photoshop({resource(1028, "", more)})), ErrorCode::too_many_iptc_fields);
   EXPECT_EQ(store_->count, 200);

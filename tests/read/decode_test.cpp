@@ -269,7 +269,9 @@ TEST_F(DecodeTest, HooksGetTheWholeValue) {
 TEST_F(DecodeTest, Gps) {
   const auto rationals = [](std::initializer_list<std::uint32_t> numbers) {
     Bytes bytes;
-    for (const std::uint32_t number : numbers) put(bytes, bytes.size(), number, 4, true);
+    for (const std::uint32_t number : numbers) {
+      put(bytes, bytes.size(), number, 4, true);
+    }
     return bytes;
   };
   expect_of_kind(IfdKind::gps,
@@ -416,6 +418,10 @@ TEST_F(DecodeTest, CanonSettingsBecomeFields) {
   image_->field_count = 199;
   EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x01, 3, 3, hex("0006 0001 0000"), MM, ""}), "6 1 0");
   EXPECT_EQ(image_->field_count, 200U);
+
+  image_->field_count = 0;
+  shown_of_kind(IfdKind::canon, {0x01, 3, 30, Bytes(60), MM, ""});
+  EXPECT_STREQ(image_->fields[21].text.data(), "None");
 }
 
 TEST_F(DecodeTest, CanonCustomFunctions) {
@@ -442,7 +448,9 @@ TEST_F(DecodeTest, CanonCustomFunctions) {
 /// A settings array of the file's byte order, all zero but for some places.
 Bytes minolta_array(std::initializer_list<std::pair<std::size_t, std::uint32_t>> places) {
   Bytes array(57 * 4);
-  for (const auto& [place, number] : places) put(array, (place - 1) * 4, number, 4, true);
+  for (const auto& [place, number] : places) {
+    put(array, (place - 1) * 4, number, 4, true);
+  }
   return array;
 }
 

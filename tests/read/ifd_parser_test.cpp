@@ -34,7 +34,9 @@ Bytes raw_tiff(const std::vector<RawEntry>& entries, std::uint32_t next = 0) {
 // Text fields of one letter, all without a definition in IFD0.
 std::vector<RawEntry> undefined_fields(std::uint32_t count) {
   std::vector<RawEntry> entries;
-  for (std::uint32_t i = 0; i < count; ++i) entries.push_back({0xE000 + i, 2, 2, 0x41000000});
+  for (std::uint32_t i = 0; i < count; ++i) {
+    entries.push_back({0xE000 + i, 2, 2, 0x41000000});
+  }
   return entries;
 }
 
@@ -153,7 +155,9 @@ TEST(IfdParser, StoredTypesThatStandForTheDefinedOne) {
     std::vector<RawEntry> exif;
     const std::uint32_t misfits[] = {0x829A, 0x829D, 0x9004, 0x9201, 0x9202,
                                      0x9203, 0x9205, 0x9206, 0x920A, 0xA20E};
-    for (const std::uint32_t tag : misfits) exif.push_back({tag, 3, 1, 0});
+    for (const std::uint32_t tag : misfits) {
+      exif.push_back({tag, 3, 1, 0});
+    }
     exif.push_back(test.entry);
     exif.push_back({0xE0FF, 2, 2, 0x41000000});
     Bytes tiff = raw_tiff({{0x8769, 4, 1, 100}});

@@ -96,7 +96,9 @@ TEST(JpegMarkers, FlashpixSegmentsAreSummedAndTheirSoundIsFound) {
   for (const auto& test : cases) {
     SCOPED_TRACE(test.name);
     Bytes all;
-    for (const Bytes& part : test.segments) all = joined({all, part});
+    for (const Bytes& part : test.segments) {
+      all = joined({all, part});
+    }
     const Reading reading = read_image(jpeg({all}));
     const JpegSegments& found = reading.image->segments;
     EXPECT_EQ(found.fpxr_pos, test.fpxr_len == 0 ? 0U : 4U);

@@ -77,7 +77,9 @@ TEST(MakerNote, NotesOfEveryStructureAreReadInBothOrders) {
   const Bytes nikon2 = bytes_of("Nikon\0\2\0\0\0"s);
   const Bytes nikon2_16 = bytes_of("Nikon\0\2\x10\0\0"s);
   Ifd canon = note_of({});
-  for (std::uint16_t i = 1; i < 6; ++i) canon.entries.push_back(shorts(0xE000 + i, {i}));
+  for (std::uint16_t i = 1; i < 6; ++i) {
+    canon.entries.push_back(shorts(0xE000 + i, {i}));
+  }
   const struct {
     const char* name;
     std::string_view make, model;

@@ -24,7 +24,9 @@ struct TempFile {
   explicit TempFile(const Bytes& bytes)
       : name(testing::TempDir() + "read_" + std::to_string(getpid()) + ".tmp") {
     std::FILE* const file = std::fopen(name.c_str(), "wb");
-    if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), file);
+    if (!bytes.empty()) {
+      std::fwrite(bytes.data(), 1, bytes.size(), file);
+    }
     std::fclose(file);
   }
   TempFile(const TempFile&) = delete;

@@ -184,7 +184,9 @@ TEST(IptcEdit, SegmentsOfAFile) {
        jpeg({first, app2_icc(), foreign, last, picture()}),
        jpeg({app2_icc(), picture()})},
   };
-  for (const EditCase& wanted : cases) check_edit(wanted, "photo.jpg");
+  for (const EditCase& wanted : cases) {
+    check_edit(wanted, "photo.jpg");
+  }
 
   // With -b, a second Photoshop segment keeps the original; a segment of another kind does not.
   const Sandbox two({{"photo.jpg", cases[0].source}});
@@ -225,7 +227,9 @@ TEST(IptcEdit, TogetherWithExif) {
          jpeg({exif_segment, old_block, picture()}),
          jpeg({written_exif(big, described), old_block, picture()})},
     };
-    for (const EditCase& wanted : cases) check_edit(wanted, "photo.jpg");
+    for (const EditCase& wanted : cases) {
+      check_edit(wanted, "photo.jpg");
+    }
   }
 }
 

@@ -310,7 +310,9 @@ TEST(JpegEdit, FilesWithoutExifGetIt) {
       {{"-qr", "artist"}, jpeg({app1_xmp(), picture()}), jpeg({app1_xmp(), picture()})},
       {{"-e", "a"}, jpeg({app1_xmp(), picture()}), jpeg({app1_xmp(), picture()})},
   };
-  for (const EditCase& wanted : cases) check_edit(wanted, "photo.jpg");
+  for (const EditCase& wanted : cases) {
+    check_edit(wanted, "photo.jpg");
+  }
 
   // A file that ends before its scan is written as far as it goes.
   const Bytes stump = joined({{0xFF, 0xD8}, app0_jfif(), quantisation_table()});
@@ -389,7 +391,9 @@ TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
          jpeg({app0_jfif(), old_exif, app2_flashpix(1), picture()}),
          jpeg({app0_jfif(), added, app2_flashpix(1), picture()})},
     };
-    for (const EditCase& wanted : cases) check_edit(wanted, "photo.jpg");
+    for (const EditCase& wanted : cases) {
+      check_edit(wanted, "photo.jpg");
+    }
   }
 }
 
@@ -524,7 +528,9 @@ TEST(JpegEdit, BackupsAreNumberedAndNeverOverwritten) {
   }
 
   Files files = {{"photo.jpg", before}, {"photo-be.jpg", other}};
-  for (int i = 1; i < 99; ++i) files["photo-be(" + std::to_string(i) + ").jpg"] = other;
+  for (int i = 1; i < 99; ++i) {
+    files["photo-be(" + std::to_string(i) + ").jpg"] = other;
+  }
   const Sandbox sandbox(files);
   files["photo-be(99).jpg"] = before;
   files["photo.jpg"] = after;

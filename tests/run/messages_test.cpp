@@ -62,7 +62,9 @@ constexpr const char* kEraseIgnored =
 
 std::string repeated(const std::string& piece, int times) {
   std::string all;
-  for (int i = 0; i < times; ++i) all += piece;
+  for (int i = 0; i < times; ++i) {
+    all += piece;
+  }
   return all;
 }
 
@@ -357,7 +359,9 @@ TEST(Messages, DirectoriesThatCannotBeEntered) {
   const Outcome walk = sandbox.run({"-ir", "artist", "."}, settings);
   ::chmod(sandbox.path("closed").c_str(), 0755);
   ::chmod(sandbox.path("unlisted").c_str(), 0755);
-  if (outcome.status == 127) GTEST_SKIP() << "other users cannot reach the program";
+  if (outcome.status == 127) {
+    GTEST_SKIP() << "other users cannot reach the program";
+  }
   expect_outcome(outcome, 0, "",
                  "Error: Can't open directory closed\n"
                  "Error: Can't open directory unlisted:Permission denied\n");

@@ -137,7 +137,9 @@ TEST(TiffEdit, OptionsThatHaveNoTiffSide) {
   const Chain plain = {page(1, 2, kLong, kLong)};
   check_tiff({"-s"}, plain, plain,
              "Error: photo.tif. Could not determine actual image dimensions.\n");
-  for (const char* const what : {"e", "f", "i", "a"}) check_tiff({"-e", what}, plain, plain);
+  for (const char* const what : {"e", "f", "i", "a"}) {
+    check_tiff({"-e", what}, plain, plain);
+  }
   check_tiff({"-b", "-r", "x-res", "-q"}, plain, [&] {
     Chain chain = plain;
     drop(chain[0], 0x011A);

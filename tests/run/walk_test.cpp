@@ -16,7 +16,9 @@ namespace {
 
 Bytes photo(const std::string& description = {}) {
   Ifd ifd = ifd_of({text(0x010F, "Acme")});
-  if (description.empty()) return jpeg({source_exif(true, {ifd}), picture()});
+  if (description.empty()) {
+    return jpeg({source_exif(true, {ifd}), picture()});
+  }
   set(ifd, text(0x010E, description));
   return jpeg({written_exif(true, {ifd}), picture()});
 }
@@ -59,7 +61,9 @@ TEST(Walk, NamesAndDirectoriesAreThoseOfTheOperand) {
     arguments.insert(arguments.end(), wanted.operands.begin(), wanted.operands.end());
     expect_outcome(sandbox.run(arguments), 0, wanted.out, "");
     Files expected = {{"a.jpg", photo()}, {"one/two/b.jpg", photo()}};
-    if (wanted.edited != nullptr) expected[wanted.edited] = photo(wanted.description);
+    if (wanted.edited != nullptr) {
+      expected[wanted.edited] = photo(wanted.description);
+    }
     expect_files(sandbox, expected);
   }
 }
@@ -126,7 +130,9 @@ TEST(Walk, SymbolicLinksAreFollowedButNotForever) {
 
 TEST(Walk, DeepPathsAndLongStartDirectories) {
   std::string deep;
-  for (int i = 0; i < 40; ++i) deep += std::string(30, 'd') + std::to_string(i) + "/";
+  for (int i = 0; i < 40; ++i) {
+    deep += std::string(30, 'd') + std::to_string(i) + "/";
+  }
   const Files files = {{deep + "photo.jpg", photo()}};
   const Files edited = {{deep + "photo.jpg", photo("x")}};
   const Words options = {"-b", "-i", "-a", "description=x"};
@@ -154,7 +160,9 @@ TEST(Walk, DeepPathsAndLongStartDirectories) {
 
 TEST(Walk, TheListOfCreatedFilesHoldsAThousandNames) {
   Files files;
-  for (int i = 0; i < 501; ++i) files["d/" + std::to_string(i) + ".jpg"] = photo();
+  for (int i = 0; i < 501; ++i) {
+    files["d/" + std::to_string(i) + ".jpg"] = photo();
+  }
   const Sandbox sandbox(files);
   const Outcome outcome = sandbox.run({"-a", "description=x", "d"});
   EXPECT_EQ(outcome.status, 1);

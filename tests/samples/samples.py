@@ -198,6 +198,7 @@ def jpeg_parts(data):
 
 
 def frame_size(data):
+    """Width and height from the frame header, None where there is none (a TIFF file)."""
     for segment in jpeg_parts(data)[0]:
         if 0xC0 <= segment[1] <= 0xCF and segment[1] not in (0xC4, 0xC8, 0xCC):
             height, width = struct.unpack_from(">HH", segment, 5)
@@ -209,8 +210,9 @@ def wrong_values(reader, wanted, tags, size):
     problems = []
     for tag, values in wanted.items():
         found = [value for name, value in tags if name == tag]
-        if values is not ANY and found != [size.get(value, value) for value in values]:
-            problems.append(f"{reader} reads {tag}={found}, not {values}")
+        expected = values and [size.get(value, value) for value in values]
+        if expected is not ANY and None not in expected and found != expected:
+            problems.append(f"{reader} reads {tag}={found}, not {expected}")
     return problems
 
 

@@ -187,7 +187,7 @@ void run_against_model(MFILE& file, MFILE& source, const Bytes& source_bytes, By
                        std::uint32_t seed) {
   const auto random = [&seed](std::uint32_t limit) {
     seed = seed * 1664525U + 1013904223U;
-    return static_cast<std::size_t>(std::uint64_t{seed} * limit >> 32);
+    return static_cast<std::size_t>(static_cast<std::uint64_t>(seed) * limit >> 32);
   };
   constexpr std::uint32_t sizes[] = {1, 2, 4, 60, 5000, 8192, 70000, 131072, 200000};
   std::size_t position = 0;

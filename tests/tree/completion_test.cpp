@@ -102,7 +102,9 @@ void check_lines(ShellSession& shell, const std::vector<Typed>& lines) {
 }
 
 TEST(Completion, AnswersInBash) {
-  if (!is_installed("bash")) GTEST_SKIP() << "bash is not installed";
+  if (!is_installed("bash")) {
+    GTEST_SKIP() << "bash is not installed";
+  }
   const Folder folder;
   ShellSession shell({"bash", "--norc", "--noprofile", "-i"}, folder.path(),
                      {"bind 'set bell-style none'", "source '" + bash_completion + "'"});
@@ -119,7 +121,9 @@ TEST(Completion, AnswersInBash) {
 }
 
 TEST(Completion, AnswersInZsh) {
-  if (!is_installed("zsh")) GTEST_SKIP() << "zsh is not installed";
+  if (!is_installed("zsh")) {
+    GTEST_SKIP() << "zsh is not installed";
+  }
   const Folder folder;
   ShellSession shell({"zsh", "-f", "-i"}, folder.path(),
                      {"fpath=('" + zsh_directory + "' $fpath)", "autoload -Uz compinit",
@@ -144,7 +148,9 @@ std::vector<std::string> fish_candidates(const std::string& line) {
 }
 
 TEST(Completion, AnswersInFish) {
-  if (!is_installed("fish")) GTEST_SKIP() << "fish is not installed";
+  if (!is_installed("fish")) {
+    GTEST_SKIP() << "fish is not installed";
+  }
   using Words = std::vector<std::string>;
   const struct {
     std::string line;

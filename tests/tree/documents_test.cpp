@@ -46,7 +46,9 @@ TEST(FieldReference, NamesEveryFieldAndDataset) {
   };
   for (const FieldDef& field : field_table_defs) {
     const bool stands_for_none = &field == &field_table_defs.front() || field.tag == end_tag;
-    if (!stands_for_none) expect_row(field.nickname, field.description);
+    if (!stands_for_none) {
+      expect_row(field.nickname, field.description);
+    }
   }
   for (std::size_t row = 1; row < iptc_dataset_count; ++row) {
     expect_row(iptc_datasets[row].nickname, iptc_datasets[row].description);

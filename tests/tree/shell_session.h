@@ -26,7 +26,9 @@ class ShellSession {
     if (child_ == 0) {
       start(command, directory);
     }
-    for (const std::string& line : set_up) type(line + "\n");
+    for (const std::string& line : set_up) {
+      type(line + "\n");
+    }
     // In two pieces, so that the echo of this line is not taken for a prompt or an answer.
     type("tagmend() { printf 'arg'; printf 's:'; printf '<%s>' \"$@\"; echo; }\n");
     type("PS1='rea''dy> '; PROMPT=$PS1\n");
@@ -54,14 +56,18 @@ class ShellSession {
 
   [[noreturn]] static void start(std::vector<std::string>& command, const std::string& directory) {
     std::vector<char*> words;
-    for (std::string& word : command) words.push_back(word.data());
+    for (std::string& word : command) {
+      words.push_back(word.data());
+    }
     words.push_back(nullptr);
     ::setenv("TERM", "dumb", 1);
     ::setenv("INPUTRC", "/dev/null", 1);
     ::setenv("HISTFILE", "/dev/null", 1);
     ::setenv("HOME", directory.c_str(), 1);
     ::setenv("LC_ALL", "C", 1);
-    if (::chdir(directory.c_str()) == 0) ::execvp(words[0], words.data());
+    if (::chdir(directory.c_str()) == 0) {
+      ::execvp(words[0], words.data());
+    }
     ::_exit(127);
   }
 

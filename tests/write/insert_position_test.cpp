@@ -1,11 +1,11 @@
 // Where new fields go among the entries of a file.
+#include "write/insert_position.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "write/apply_edits.h"
 
 namespace tagmend {
 namespace {
