@@ -127,7 +127,7 @@ struct ImageFile {
   std::uint16_t ifd_count = 0;       ///< IFDs read so far; gives IfdPlace::id
   std::int64_t tiff_header_pos = 0;  ///< file offset of the TIFF header
   bool incomplete = false;           ///< metadata was met that could not be read whole
-  bool read_failed = false;            ///< the system could not read the file; not to be edited
+  bool read_failed = false;          ///< the system could not read the file; not to be edited
   bool images_unread = false;        ///< IFDs of images (pages, sub-images) were not reached
   FileIdentity identity;             ///< of the file as it was read
   std::array<FieldEntry, field_table_capacity> fields;

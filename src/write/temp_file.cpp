@@ -48,6 +48,8 @@ void install_handlers() {
   set_end_cleanup(remove_pending);
   // A file-size limit then fails the write that meets it, like a full disk.
   signal(SIGXFSZ, SIG_IGN);
+  // A message that nobody reads any more must not end the run in the middle of a file.
+  signal(SIGPIPE, SIG_IGN);
   for (const int signal_number : fatal_signals) {
     struct sigaction action {};
     action.sa_handler = on_fatal_signal;

@@ -37,6 +37,9 @@ struct Scene {
 /// For the names of test cases.
 inline void PrintTo(const Scene& scene, std::ostream* out) { *out << scene.title; }
 
+/// Whether TAGMEND_FAULTS=all asks for the scenes that take long or show known gaps.
+bool all_scenes_wanted();
+
 /// JPEG and TIFF files, EXIF and IPTC edits, with and without -b; files and a directory as
 /// operands.
 const std::vector<Scene>& scenes();
