@@ -162,11 +162,11 @@ void print_zsh_tables(const std::vector<Group>& groups, const std::vector<Option
   std::puts("#compdef tagmend\n# zsh completion for tagmend");
   std::puts("typeset -ga _tagmend_options=(");
   for (const Option& option : options) {
-    std::string spec = std::string("-") + option.letter + "[" + option.description + "]";
+    std::string entry = std::string("-") + option.letter + "[" + option.description + "]";
     if (option.takes_argument) {
-      spec += std::string(":") + option.argument + ":" + zsh_action(option.letter);
+      entry += std::string(":") + option.argument + ":" + zsh_action(option.letter);
     }
-    std::puts(quoted(spec).c_str());
+    std::puts(quoted(entry).c_str());
   }
   std::puts(")");
   print_zsh_names("_tagmend_settable", groups, &Field::settable);
