@@ -228,7 +228,9 @@ std::optional<int> trace(pid_t process, const Meddler& meddler) {
 }
 
 std::string find_obstacle() {
-#ifndef __x86_64__
+#ifdef TAGMEND_SANITIZED
+  return "the sanitizers trace the program themselves";
+#elif !defined(__x86_64__)
   return "the test knows no other registers than those of x86-64";
 #else
   const Sandbox sandbox;
@@ -281,12 +283,8 @@ std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments
 }
 
 std::string tracing_obstacle() {
-#ifdef TAGMEND_SANITIZED
-  return "the sanitizers trace the program themselves";
-#else
   static const std::string obstacle = find_obstacle();
   return obstacle;
-#endif
 }
 
 }  // namespace tagmend::test
