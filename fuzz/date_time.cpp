@@ -25,7 +25,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto requirement :
          {DateRequirement::date_or_time, DateRequirement::date, DateRequirement::time}) {
       DateRecord record;
-      if (parse_date_time(text, record, requirement) == ErrorCode::ok) fuzz::check_date(record);
+      if (parse_date_time(text, record, requirement) == ErrorCode::ok) {
+        fuzz::check_date(record);
+      }
     }
   });
   return 0;

@@ -44,7 +44,9 @@ const std::vector<Words>& edits() {
 Input picture_of(Input file) {
   std::size_t at = 2;
   while (at + 4 <= file.size() && file[at] == 0xFF) {
-    if (file[at + 1] == 0xDA) return file.subspan(at);
+    if (file[at + 1] == 0xDA) {
+      return file.subspan(at);
+    }
     at += 2U + static_cast<unsigned>(file[at + 2] << 8U | file[at + 3]);
   }
   return {};
@@ -80,7 +82,9 @@ void check_kept(const Bytes& original, const Bytes& edited, const Words& edit) {
 
 void edit_photo(const Bytes& original, const Words& edit, bool keep_backup) {
   Words words = edit;
-  if (!keep_backup) words.insert(words.begin(), "-b");
+  if (!keep_backup) {
+    words.insert(words.begin(), "-b");
+  }
   words.push_back(photo);
   test::write_file(photo, original);
   static_cast<void>(test::run_here(words));
@@ -91,7 +95,9 @@ void edit_photo(const Bytes& original, const Words& edit, bool keep_backup) {
     require(backed_up || edited == original, "the original is lost");
     return;
   }
-  if (edited == original) return;
+  if (edited == original) {
+    return;
+  }
   check_kept(original, edited, edit);
   static_cast<void>(test::run_here(words));
   require(test::file_content(photo) == edited, "the same edit again changed the file");
@@ -103,7 +109,9 @@ void edit_photo(const Bytes& original, const Words& edit, bool keep_backup) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tagmend;
   static const test::ScratchDirectory directory;
-  if (size == 0) return 0;
+  if (size == 0) {
+    return 0;
+  }
   const std::uint8_t choice = data[size - 1];
   const test::Bytes file(data, data + size - 1);
   fuzz::edit_photo(file, fuzz::edits()[choice / 2U % fuzz::edits().size()], choice % 2 == 0);

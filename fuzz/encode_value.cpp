@@ -19,7 +19,9 @@ void encode_exif(std::uint16_t row, std::uint8_t form, std::string_view text) {
 
 void encode_iptc(std::uint16_t row, std::uint8_t form, std::string_view text) {
   static constinit IptcStore store;
-  if (store.pool.used > StringPool::capacity / 2) reset_iptc_store(store);
+  if (store.pool.used > StringPool::capacity / 2) {
+    reset_iptc_store(store);
+  }
   std::string_view encoded;
   static_cast<void>(iptc_encode_field(row, text, store, encoded, (form & 4U) != 0, substitution()));
 }
@@ -36,8 +38,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text = fuzz::text_of(input);
   fuzz::run_input([&] {
     library_settings.unicode_comment = (form & 8U) != 0;
-    if ((form & 16U) != 0) copy_text(library_settings.exif_charset, "ISO-8859-1");
-    if ((form & 16U) != 0) copy_text(library_settings.iptc_charset, "ISO-8859-1");
+    if ((form & 16U) != 0) {
+      copy_text(library_settings.exif_charset, "ISO-8859-1");
+    }
+    if ((form & 16U) != 0) {
+      copy_text(library_settings.iptc_charset, "ISO-8859-1");
+    }
     if (row < field_def_count) {
       fuzz::encode_exif(static_cast<std::uint16_t>(row), form, text);
     } else {

@@ -7,7 +7,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tagmend;
   test::Bytes text(data, data + size);
-  if (text.empty()) return 0;
+  if (text.empty()) {
+    return 0;
+  }
   fuzz::run_input([&text] {
     const Session session = open_session();
     ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};

@@ -13,7 +13,7 @@ void build_list(std::uint8_t form, const std::string& text) {
   reset_iptc_store(session.iptc);
   session.exif_edits.count = session.iptc_edits.count = 0;
   session.options.quote_char = (form & 4U) != 0 ? '/' : '"';
-  std::string argument = text.c_str();
+  std::string argument(text, 0, text.find('\0'));  // as the command line would end it
   if ((form & 2U) != 0) {
     test::write_file("list.txt", test::bytes_of(text));
     argument = "@list.txt";

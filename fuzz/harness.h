@@ -19,7 +19,9 @@ using Input = std::span<const std::uint8_t>;
 
 /// The first bytes of the input, which then begins behind them; 0 for what it lacks.
 inline std::uint8_t take_byte(Input& input) {
-  if (input.empty()) return 0;
+  if (input.empty()) {
+    return 0;
+  }
   const std::uint8_t byte = input.front();
   input = input.subspan(1);
   return byte;
@@ -33,7 +35,9 @@ inline std::string text_of(Input input) { return {input.begin(), input.end()}; }
 
 /// Stops the fuzzer with this finding unless the condition holds.
 inline void require(bool condition, const char* finding) {
-  if (condition) return;
+  if (condition) {
+    return;
+  }
   std::fprintf(stderr, "FINDING: %s\n", finding);
   std::abort();
 }

@@ -14,7 +14,9 @@ void read_block(std::uint8_t form, test::Bytes& block) {
   reset_image_file(session.image);
   reset_iptc_store(session.iptc);
   session.image.file_type = form % 4 == 0 ? FileType::jpeg : FileType::tiff;
-  if ((form & 4U) != 0) copy_text(library_settings.iptc_charset, "ISO-8859-1");
+  if ((form & 4U) != 0) {
+    copy_text(library_settings.iptc_charset, "ISO-8859-1");
+  }
   const auto size = static_cast<std::uint32_t>(block.size());
   if (form % 4 == 0) {
     const MFileHandle file(mfopen_memfile(block.data(), size, size));
@@ -36,7 +38,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Input input(data, size);
   const std::uint8_t form = fuzz::take_byte(input);
   test::Bytes block(input.begin(), input.end());
-  if (block.empty()) return 0;
+  if (block.empty()) {
+    return 0;
+  }
   fuzz::run_input([&] { fuzz::read_block(form, block); });
   return 0;
 }

@@ -14,6 +14,7 @@
 #include "common/sample_files.h"
 #include "encode/date_templates.h"
 #include "iptc/iptc_dataset.h"
+#include "read/maker_note.h"
 
 namespace tagmend::test {
 namespace {
@@ -42,9 +43,13 @@ std::vector<std::string> dates() {
   std::vector<std::string> texts = {"2004:05:01 10:20:30 +0100", "2004-May-01", "99-12-31"};
   for (const DateTemplate& row : date_templates::table) {
     std::string text(row.shape);
-    for (char& c : text) c = c == '9' ? '1' : c;
+    for (char& c : text) {
+      c = c == '9' ? '1' : c;
+    }
     const std::size_t month = text.find("XXX");
-    if (month != text.npos) text.replace(month, 3, "May");
+    if (month != std::string::npos) {
+      text.replace(month, 3, "May");
+    }
     texts.push_back(text);
   }
   return texts;
@@ -52,9 +57,15 @@ std::vector<std::string> dates() {
 
 /// A value that a field of this type may take.
 std::string sample_value(const FieldDef& row) {
-  if (row.value_map != nullptr) return row.value_map->nickname;
-  if (row.is_date) return "2004:05:01 10:20:30";
-  if (row.ifd_kind == IfdKind::gps) return "1 2.5 3";
+  if (row.value_map != nullptr) {
+    return row.value_map->nickname;
+  }
+  if (row.is_date) {
+    return "2004:05:01 10:20:30";
+  }
+  if (row.ifd_kind == IfdKind::gps) {
+    return "1 2.5 3";
+  }
   return row.data_type == DataType::string ? "text [artist]" : "1/60 2.8 -3";
 }
 
@@ -72,7 +83,9 @@ std::vector<Bytes> prefixed(const std::vector<Bytes>& prefixes,
                             const std::vector<std::string>& texts) {
   std::vector<Bytes> seeds;
   for (const Bytes& prefix : prefixes) {
-    for (const std::string& text : texts) seeds.push_back(joined({prefix, bytes_of(text)}));
+    for (const std::string& text : texts) {
+      seeds.push_back(joined({prefix, bytes_of(text)}));
+    }
   }
   return seeds;
 }
@@ -81,7 +94,9 @@ std::vector<Bytes> value_seeds() {
   std::vector<Bytes> seeds;
   for (std::uint32_t row = 0; row < field_def_count; row += 3) {
     const FieldDef& def = field_table_defs[row];
-    if (!def.editable) continue;
+    if (!def.editable) {
+      continue;
+    }
     seeds.push_back(
         joined({big16(row), {static_cast<std::uint8_t>(row)}, bytes_of(sample_value(def))}));
   }
@@ -110,7 +125,9 @@ void write_dictionary(const std::string& name, const Words& words) {
 /// Markers, signatures, tags in both orders, datasets and resources.
 Words byte_words() {
   Words words;
-  for (std::uint8_t code = 0xC0; code < 0xFF; ++code) words.insert({0xFF, code});
+  for (std::uint8_t code = 0xC0; code < 0xFF; ++code) {
+    words.insert({0xFF, code});
+  }
   for (const std::string_view text : {"Exif\0\0"sv,
                                       "FPXR\0"sv,
                                       "Photoshop 3.0\0"sv,
@@ -159,7 +176,9 @@ Words byte_words() {
 Words text_words() {
   Words words;
   const auto add = [&words](const char* text) {
-    if (text != nullptr && *text != '\0') words.insert(bytes_of(text));
+    if (text != nullptr && *text != '\0') {
+      words.insert(bytes_of(text));
+    }
   };
   for (const FieldDef& row : field_table_defs) {
     add(row.nickname);
@@ -168,7 +187,9 @@ Words text_words() {
       add(value->description);
     }
   }
-  for (const IptcDatasetDef& row : iptc_datasets) add(row.nickname);
+  for (const IptcDatasetDef& row : iptc_datasets) {
+    add(row.nickname);
+  }
   for (const char* const text : {"file-name",
                                  "file-base",
                                  "file-ext",
@@ -218,7 +239,9 @@ void make_all(const std::string& directory) {
     edited.push_back(joined({files[i], {static_cast<std::uint8_t>(i)}}));
   }
   write_seeds(directory + "/edit_file", edited);
-  for (const Bytes& file : other_files()) files.push_back(file);
+  for (const Bytes& file : other_files()) {
+    files.push_back(file);
+  }
   write_seeds(directory + "/read_file", files);
   write_seeds(directory + "/field_list", prefixed({{0}, {1}, {2}, {3}, {8}, {9}}, lists));
   write_seeds(directory + "/template", prefixed({{0, 0}, {0, 255}, {1, 9}, {2, 100}}, templates));
@@ -229,7 +252,7 @@ void make_all(const std::string& directory) {
               {joined({{0}, header, sample_resources()}), joined({{4}, header, sample_resources()}),
                joined({{1}, dataset(2, 90, "Oslo"), dataset(1, 90, "\x1B%G")}),
                joined({{2}, sample_resources()})});
-  write_seeds(directory + "/eps_block", {eps_lines(sample_resources())});
+  write_seeds(directory + "/eps_block", {eps_file(sample_resources(), true)});
   write_dictionary(directory + "/bytes.dict", byte_words());
   write_dictionary(directory + "/text.dict", text_words());
 }
@@ -238,7 +261,9 @@ void make_all(const std::string& directory) {
 }  // namespace tagmend::test
 
 int main(int argc, char** argv) {
-  if (argc != 2) return EXIT_FAILURE;
+  if (argc != 2) {
+    return EXIT_FAILURE;
+  }
   tagmend::test::make_all(argv[1]);
   return EXIT_SUCCESS;
 }

@@ -7,7 +7,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tagmend;
   test::Bytes file(data, data + size);
-  if (file.empty()) return 0;
+  if (file.empty()) {
+    return 0;
+  }
   fuzz::run_input([&file] {
     const Session session = open_session();
     ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};

@@ -29,8 +29,9 @@ ErrorCode edit_iptc(const char* name, Session& session) {
   if (!options.iptc_added && !(options.iptc_removed && store.count > 0)) {
     return ErrorCode::ok;
   }
-  apply_iptc_edits(store, session.iptc_edits, options.quote_char, substitution_of(session));
-  return build_app13(session.app13, store, name);
+  const bool applied =
+      apply_iptc_edits(store, session.iptc_edits, options.quote_char, substitution_of(session));
+  return applied ? build_app13(session.app13, store, name) : ErrorCode::ok;
 }
 
 ErrorCode edit_exif(Session& session) {

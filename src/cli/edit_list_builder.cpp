@@ -94,8 +94,14 @@ ErrorCode check_iptc_value(std::uint16_t row, std::string_view value, IptcStore&
   return code == ErrorCode::value_truncated ? ErrorCode::ok : code;  // cut when it is applied
 }
 
-DataType stored_type(const FieldDef& field) {
-  return field.data_type == DataType::short_or_long ? DataType::unsigned_long : field.data_type;
+/// The number of the DataType in which an edit's value is stored.
+std::uint16_t stored_type(const FieldName& name) {
+  if (!name.is_exif) {
+    return static_cast<std::uint16_t>(iptc_datasets[name.row].type);
+  }
+  const DataType type = field_table_defs[name.row].data_type;
+  return static_cast<std::uint16_t>(type == DataType::short_or_long ? DataType::unsigned_long
+                                                                    : type);
 }
 
 void add_item(const char* name, std::string_view value, Session& session) {
@@ -110,11 +116,8 @@ void add_item(const char* name, std::string_view value, Session& session) {
     print_error("Invalid value specified for %s: %s\n", name, error_text(code));
     return;
   }
-  const auto type = static_cast<std::uint16_t>(
-      is_exif ? static_cast<std::uint16_t>(stored_type(field_table_defs[row]))
-              : static_cast<std::uint16_t>(iptc_datasets[row].type));
   EditList& list = is_exif ? session.exif_edits : session.iptc_edits;
-  if (append_edit(list, row, type, value)) {
+  if (append_edit(list, row, stored_type(*found), value)) {
     (is_exif ? session.options.exif_added : session.options.iptc_added) = true;
   }
 }

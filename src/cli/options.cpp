@@ -31,18 +31,18 @@ bool parse_character(const char* argument, char& character) {
   return true;
 }
 
-bool apply_add(OptionState& state, char* argument) {
+bool apply_add(OptionState& state, const char* argument) {
   build_add_list(argument, state.session);
   state.edit_requested = true;
   return true;
 }
 
-bool apply_no_backup(OptionState& state, char*) {
+bool apply_no_backup(OptionState& state, const char*) {
   state.session.options.keep_backup = false;
   return true;
 }
 
-bool apply_quote(OptionState& state, char* argument) {
+bool apply_quote(OptionState& state, const char* argument) {
   if (parse_character(argument, state.session.options.quote_char)) {
     return true;
   }
@@ -50,12 +50,12 @@ bool apply_quote(OptionState& state, char* argument) {
   return false;
 }
 
-bool apply_d(OptionState&, char*) {
+bool apply_d(OptionState&, const char*) {
   library_settings.option_d = true;
   return true;
 }
 
-bool apply_erase(OptionState& state, char* argument) {
+bool apply_erase(OptionState& state, const char* argument) {
   RunOptions& options = state.session.options;
   const char block = argument[0];
   const bool all = block == 'A' || block == 'a';
@@ -74,17 +74,17 @@ bool apply_erase(OptionState& state, char* argument) {
   return true;
 }
 
-bool apply_help(OptionState& state, char*) {
+bool apply_help(OptionState& state, const char*) {
   state.flags.show_usage = true;
   return true;
 }
 
-bool apply_subdirs(OptionState& state, char*) {
+bool apply_subdirs(OptionState& state, const char*) {
   state.flags.include_subdirs = true;
   return true;
 }
 
-bool apply_separator(OptionState&, char* argument) {
+bool apply_separator(OptionState&, const char* argument) {
   if (parse_character(argument, library_settings.separator)) {
     return true;
   }
@@ -92,37 +92,37 @@ bool apply_separator(OptionState&, char* argument) {
   return false;
 }
 
-bool apply_charset(OptionState&, char* argument) { return cs_parse_option(argument) == 0; }
+bool apply_charset(OptionState&, const char* argument) { return cs_parse_option(argument) == 0; }
 
-bool apply_quiet(OptionState&, char*) {
+bool apply_quiet(OptionState&, const char*) {
   library_settings.warnings_suppressed = true;
   return true;
 }
 
-bool apply_remove(OptionState& state, char* argument) {
+bool apply_remove(OptionState& state, const char* argument) {
   build_remove_list(argument, state.session);
   state.edit_requested = true;
   return true;
 }
 
-bool apply_set_size(OptionState& state, char*) {
+bool apply_set_size(OptionState& state, const char*) {
   state.session.options.set_size = true;
   state.session.options.exif_added = true;
   state.edit_requested = true;
   return true;
 }
 
-bool apply_thumbnail(OptionState&, char*) {
+bool apply_thumbnail(OptionState&, const char*) {
   print_warning("Warning: -t option ignored. Thumbnail operations not supported.\n");
   return true;
 }
 
-bool apply_unicode(OptionState&, char*) {
+bool apply_unicode(OptionState&, const char*) {
   library_settings.unicode_comment = true;
   return true;
 }
 
-bool apply_version(OptionState& state, char*) {
+bool apply_version(OptionState& state, const char*) {
   state.flags.show_version = true;
   return true;
 }

@@ -23,7 +23,7 @@ struct OptionState {
 struct OptionRow {
   char letter;
   bool takes_argument;
-  bool (*apply)(OptionState& state, char* argument);  ///< false: the command line is in error
+  bool (*apply)(OptionState& state, const char* argument);  ///< false: the command line is wrong
   const char* usage;  ///< its lines in the usage text; null for options that it leaves out
 };
 

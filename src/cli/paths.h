@@ -9,8 +9,7 @@ namespace tagmend {
 enum class PathKind { directory = 0, file = 1, dot = 2, dot_dot = 3, unknown = 4 };
 
 /// What a name leads to (symbolic links are followed): a directory, a file (anything else), the
-/// name
-/// "." or "..", or unknown, after a message, when it cannot be examined.
+/// name "." or "..", or unknown, after a message, when it cannot be examined.
 PathKind classify_path(const char* name);
 
 /// A path in two: the part in front of its last "/" (without it, "/" for a file of the root, empty

@@ -141,13 +141,20 @@ void visit_file(Walk& walk, const char* name) {
   if (created_list_contains(created, name)) {
     return;
   }
-  const ErrorCode code = load_file(walk.path, name, walk.session);
+  ErrorCode code = load_file(walk.path, name, walk.session);
+  if (code == ErrorCode::read_failed) {
+    print_error("Error: File %s: %s\n", name, error_text(code));
+    return;
+  }
+  if (code == ErrorCode::ok) {
+    code = edit_file(name, &created, walk.session);
+    if (code == ErrorCode::ok) {
+      print_output("%s: Edit successful.\n", name);
+    }
+  }
+  // Other failures have been told by those who failed.
   if (code == ErrorCode::file_type_not_editable || code == ErrorCode::not_a_jpeg) {
     print_error("Error: Can't extract EXIF fields: %s\n", error_text(code));
-  } else if (code == ErrorCode::read_failed) {
-    print_error("Error: File %s: %s\n", name, error_text(code));
-  } else if (code == ErrorCode::ok && edit_file(name, &created, walk.session) == ErrorCode::ok) {
-    print_output("%s: Edit successful.\n", name);
   }
 }
 

@@ -32,7 +32,7 @@ struct HexText {
 /// Where the directive begins, up to the first NUL of the text; npos when there is none.
 std::size_t find_directive(std::string_view text) {
   text = text.substr(0, text.find('\0'));
-  for (std::size_t at = text.find('%'); at != text.npos; at = text.find('%', at + 1)) {
+  for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1)) {
     if (equal_ignoring_case(text.substr(at, directive.size()), directive)) {
       return at;
     }
@@ -148,7 +148,7 @@ ErrorCode decode_hex_block(HexText hex, std::uint32_t byte_count, TaggedBytes& b
 ErrorCode read_eps_photoshop(ReadContext& context, const ByteCursor& data) {
   const std::string_view text = text_of(data.buffer);
   const std::size_t start = find_directive(text);
-  if (start == text.npos) {
+  if (start == std::string_view::npos) {
     trace(0, "EPSF V3.0 file does not contain a '%s' directive.\n", directive.data());
     return ErrorCode::no_exif_data;
   }

@@ -1,5 +1,7 @@
 #include "dictionary/ifd_kind.h"
 
+#include <iterator>
+
 namespace tagmend {
 
 constexpr std::array<const char*, ifd_kind_count> ifd_kind_names = {
@@ -46,7 +48,17 @@ constexpr std::array<const char*, ifd_kind_count> ifd_kind_names = {
     "Unknown  ",
 };
 
-constexpr std::array<KindResolution, 55> kind_resolution_table = {{
+namespace {
+
+/// One way in which an IFD gets its kind.
+struct KindResolution {
+  std::uint32_t pointer_tag;  ///< tag of the pointer field, or a root code; 0 in the end row
+  std::uint32_t position;     ///< place of the IFD in its chain or array
+  std::uint32_t layout;       ///< maker-note kind (row of the maker table); 0 for any
+  IfdKind kind;               ///< the result; unknown in the end row
+};
+
+constexpr KindResolution kind_resolution_table[] = {
     {root_main, 0, 0, IfdKind::camera},
     {root_main, 1, 0, IfdKind::thumbnail},
     {root_eps, 0, 0, IfdKind::tiff_image},
@@ -102,9 +114,7 @@ constexpr std::array<KindResolution, 55> kind_resolution_table = {{
     {tag_maker_note, 0, 33, IfdKind::ricoh},
     {tag_ricoh_info, 0, 33, IfdKind::ricoh_info},
     {0, 99, 0, IfdKind::unknown},
-}};
-
-namespace {
+};
 
 constexpr std::uint16_t low16(std::uint32_t tag) { return static_cast<std::uint16_t>(tag); }
 
@@ -122,7 +132,7 @@ constexpr std::array<std::uint16_t, ifd_kind_count> collect_parent_tags() {
 /// Only the end row has pointer tag 0 or kind unknown: either tells it.
 constexpr bool only_the_last_row_ends() {
   for (const KindResolution& row : kind_resolution_table) {
-    const bool last = &row == &kind_resolution_table.back();
+    const bool last = &row == std::end(kind_resolution_table) - 1;
     if ((row.pointer_tag == 0) != last || (row.kind == IfdKind::unknown) != last) {
       return false;
     }
@@ -131,7 +141,6 @@ constexpr bool only_the_last_row_ends() {
 }
 static_assert(only_the_last_row_ends());
 static_assert(ifd_kind_names.back() != nullptr);
-static_assert(static_cast<std::size_t>(IfdKind::unknown) + 1 == ifd_kind_count);
 
 }  // namespace
 

@@ -50,7 +50,7 @@ enum class IfdKind : std::uint16_t {
   ricoh_custom = 39,
   unknown = 40,
 };
-inline constexpr std::size_t ifd_kind_count = 41;
+inline constexpr std::size_t ifd_kind_count = static_cast<std::size_t>(IfdKind::unknown) + 1;
 
 /// Display names by code; trailing blanks are part of them.
 extern const std::array<const char*, ifd_kind_count> ifd_kind_names;
@@ -68,17 +68,6 @@ inline constexpr std::uint32_t tag_maker_note = 0x927C;
 inline constexpr std::uint32_t tag_interop_ifd = 0xA005;
 inline constexpr std::uint32_t tag_nikon_thumbnail = 0x0011;
 inline constexpr std::uint32_t tag_ricoh_info = 0x2001;
-
-/// One way in which an IFD gets its kind.
-struct KindResolution {
-  std::uint32_t pointer_tag;  ///< tag of the pointer field, or a root code; 0 in the end row
-  std::uint32_t position;     ///< place of the IFD in its chain or array
-  std::uint32_t layout;       ///< maker-note kind (row of the maker table); 0 for any
-  IfdKind kind;               ///< the result; unknown in the end row
-};
-
-/// 54 rows and the end row.
-extern const std::array<KindResolution, 55> kind_resolution_table;
 
 /// Low 16 bits of the pointer tag that leads to IFDs of a kind, by code; 0 for kinds without one.
 /// The last row of the resolution table for a kind decides.

@@ -20,8 +20,8 @@ struct ValueMapEntry {
 /// One value of a field that holds several bytes.
 struct ValueMapBytesEntry {
   std::uint32_t layout;
-  const std::uint8_t* bytes;  ///< exactly what is stored
   std::uint32_t length;       ///< how many bytes
+  const std::uint8_t* bytes;  ///< exactly what is stored
   const char* description;
   const char* nickname;
   const char* short_code;

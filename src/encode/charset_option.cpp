@@ -9,7 +9,6 @@
 #include "support/settings.h"
 
 namespace tagmend {
-
 namespace {
 
 /// One of the character sets that the option chooses.
@@ -37,14 +36,14 @@ CharsetChoice* find_choice(std::span<CharsetChoice> choices, std::string_view na
 bool apply_item(std::span<CharsetChoice> choices, const char* name, const char* charset) {
   CharsetChoice* const choice = find_choice(choices, name);
   if (!choice) {
-    print_error("Error: Invalid character set type '%s' on %cp option.\n", name, '-');
+    print_error("Error: Invalid character set type '%s' on -p option.\n", name);
     return false;
   }
   if (choice->is_set) {
     print_warning(
-        "Warning: Attempt to set %s character set mutlple times on %cp option, only first value "
+        "Warning: Attempt to set %s character set mutlple times on -p option, only first value "
         "used.\n",
-        choice->name, '-');
+        choice->name);
     return true;
   }
   if (!cs_valid(charset)) {

@@ -4,14 +4,12 @@
 #include <cstdio>
 #include <utility>
 
-#include "dictionary/value_map.h"
 #include "encode/date_templates.h"
 #include "support/ascii.h"
 #include "support/message.h"
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 constexpr std::int32_t not_given = -1;

@@ -29,6 +29,7 @@ struct NumberList {
   explicit NumberList(std::string_view text);
   NumberList(const NumberList&) = delete;
   NumberList& operator=(const NumberList&) = delete;
+  ~NumberList() = default;
 };
 
 /// Goes on to the next number; false at the end of the list.

@@ -5,7 +5,6 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 using namespace list_scan;

@@ -56,8 +56,9 @@ bool next_remove_item(ListText& list, char quote, NameText& name);
 /// end.
 bool split_repeated_value(ListText& list, char quote, char separator, ValueText& item);
 
-/// Reads a list file ("-" for the standard input) into `buffer`, at most its size - 1 bytes, and
-/// terminates them. Returns the count; 0 after a message when the file cannot be opened.
+/// Reads a list file (the standard input for a name that begins with "-") into `buffer`, at most
+/// its size - 1 bytes, and terminates them. Returns the count; 0 after a message when the file
+/// cannot be opened or read.
 std::size_t read_list_file(const char* file_name, std::span<char> buffer);
 
 }  // namespace tagmend

@@ -4,7 +4,6 @@
 #include "support/message.h"
 
 namespace tagmend {
-
 namespace {
 
 using namespace list_scan;

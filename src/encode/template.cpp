@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "dictionary/value_map.h"
 #include "encode/template_names.h"
 #include "support/ascii.h"
 #include "support/message.h"
@@ -10,7 +9,6 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 // The expander is a table: the class of the character in hand and the state give an action and the

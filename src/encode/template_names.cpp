@@ -5,7 +5,6 @@
 #include <cstdint>
 
 #include "dictionary/field_def.h"
-#include "dictionary/value_map.h"
 #include "encode/date_time.h"
 #include "support/ascii.h"
 #include "support/file_names.h"
@@ -13,7 +12,6 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 /// The characters of a fixed array up to its NUL.
@@ -63,7 +61,8 @@ void split_date_text(std::string_view text, DateTakenParts& parts) {
   copy_text(parts.min, part_of(text, 14, 2));
   copy_text(parts.sec, part_of(text, 17, 2));
 
-  const std::string_view digits = text_of(parts.mm);
+  std::string_view digits = text_of(parts.mm);
+  digits.remove_prefix(digits.starts_with(' ') ? 1 : 0);  // some cameras write " 5"
   int month = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), month);
   copy_text(parts.mmm, month_name_of(month));

@@ -34,7 +34,7 @@ constexpr std::uint64_t size_field_size = 4;
 constexpr std::uint64_t dataset_header_size = 1 + 1 + 1 + 2;
 
 std::size_t value_length(const IptcEntry& entry) {
-  return entry.has_new_value ? entry.new_value.size() : entry.length;
+  return entry.has_new_value ? entry.new_value.size() : std::size_t{entry.length} + entry.padding;
 }
 
 /// The entries that share a block with the first: a run of datasets, or one other resource.
@@ -98,6 +98,9 @@ ErrorCode copy_value(SegmentWriter& writer, const IptcEntry& entry) {
     return ErrorCode::text_too_short;
   }
   cursor_skip(writer.cursor, entry.length);
+  for (std::uint16_t i = 0; i < entry.padding; ++i) {
+    put_byte(writer.cursor, 0);
+  }
   return ErrorCode::ok;
 }
 

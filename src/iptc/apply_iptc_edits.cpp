@@ -45,6 +45,18 @@ bool has_version(const IptcStore& store, std::uint16_t record) {
   });
 }
 
+/// Whether the user gives a dataset a value that no later edit removes.
+bool sets_dataset(const EditList& edits, std::uint16_t row) {
+  bool sets = false;
+  for (const EditEntry& edit :
+       std::span(edits.entries).first(static_cast<std::size_t>(edits.count))) {
+    if (edit.field == row) {
+      sets = edit.op == EditOp::add;
+    }
+  }
+  return sets;
+}
+
 /// The value must be valid: a table that refuses it is at fault.
 void check_version(std::uint16_t row, std::uint16_t record, std::string_view version,
                    IptcStore& store) {
@@ -140,6 +152,10 @@ void apply_edit(Application& application, const EditEntry& edit) {
   add_values(application, edit);
 }
 
+void warn_of_full_table() {
+  print_warning("Warning: Field table full. Some edit actions may not have been performed.\n");
+}
+
 }  // namespace
 
 void add_mandatory_versions(EditList& edits, IptcStore& store) {
@@ -150,6 +166,9 @@ void add_mandatory_versions(EditList& edits, IptcStore& store) {
       continue;
     }
     const std::uint16_t row = find_dataset_by_number(record, 0);
+    if (sets_dataset(edits, row)) {
+      continue;
+    }
     check_version(row, record, version, store);
     const auto type = static_cast<std::uint16_t>(iptc_datasets[row].type);
     if (!append_edit(edits, row, type, version)) {
@@ -158,12 +177,14 @@ void add_mandatory_versions(EditList& edits, IptcStore& store) {
   }
 }
 
-void apply_iptc_edits(IptcStore& store, EditList& edits, char quote,
+bool apply_iptc_edits(IptcStore& store, EditList& edits, char quote,
                       const SubstitutionContext& context) {
   const bool had_entries = store.count > 0;
   add_mandatory_versions(edits, store);
-  if (edits.count == 0 || store.count >= IptcStore::capacity) {
-    return;
+  // The file may hold more than a full store shows, so its block must not be written anew.
+  if (store.count >= IptcStore::capacity) {
+    warn_of_full_table();
+    return false;
   }
   Application application{
       .store = store, .quote = quote, .context = context, .next_index = store.count};
@@ -179,8 +200,9 @@ void apply_iptc_edits(IptcStore& store, EditList& edits, char quote,
   sort_iptc_store(store);
   store.emptied = had_entries && store.count == 0;
   if (full || store.count >= IptcStore::capacity) {
-    print_warning("Warning: Field table full. Some edit actions may not have been performed.\n");
+    warn_of_full_table();
   }
+  return true;
 }
 
 }  // namespace tagmend

@@ -166,6 +166,7 @@ ErrorCode iptc_encode_field(std::uint16_t row, std::string_view text, IptcStore&
   }
   const std::string_view bytes = text_of(std::span(encoding.bytes).first(encoding.length));
   if (!append_to_pool(store.pool, bytes, encoded)) {
+    print_warning("Warning: String pool full, some values may be truncated\n");
     store.incomplete = true;
   }
   return result;

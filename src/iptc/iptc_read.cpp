@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <string_view>
 
 #include "iptc/iptc_decode.h"
@@ -26,7 +27,7 @@ constexpr std::string_view exif_header = "Exif\0\0"sv;
 /// The first IFD of embedded EXIF data stands right behind the TIFF header.
 constexpr std::uint32_t tiff_header_size = 8;
 
-/// ByteSpan of a copyright flag that are carried over.
+/// Bytes of a copyright flag that are carried over.
 constexpr std::uint32_t copyright_flag_size = 4;
 
 /// A cursor over `size` bytes at the position of another one; at most what there is.
@@ -96,7 +97,7 @@ IptcEntry resource_entry(const ResourceBlock& block) {
 }
 
 /// The flag is one byte that is padded to an even length, or two. It is read and kept with the
-/// bytes behind it, of which there are fewer at the end of the blocks.
+/// bytes behind it; zeros stand for those that the end of the blocks lacks.
 ErrorCode add_copyright_flag(IptcStore& store, const ResourceBlock& block) {
   IptcEntry entry = resource_entry(block);
   std::array<std::uint8_t, 2> flag{};
@@ -104,6 +105,7 @@ ErrorCode add_copyright_flag(IptcStore& store, const ResourceBlock& block) {
     const std::size_t kept = std::min<std::size_t>(copyright_flag_size, block.following.size());
     std::copy_n(block.following.begin(), std::min(kept, flag.size()), flag.begin());
     entry.length = static_cast<std::uint16_t>(kept);
+    entry.padding = static_cast<std::uint16_t>(copyright_flag_size - kept);
   }
   store.incomplete = store.incomplete || block.size > copyright_flag_size;
   const std::uint16_t number = load_u16(flag, true);
@@ -154,11 +156,38 @@ ErrorCode add_embedded_exif(ReadContext& context, const ResourceBlock& block) {
   return result;
 }
 
+/// Writers pad datasets with zeros to the size that the place at hand asks for.
+std::size_t hash_of_datasets(ByteSpan bytes) {
+  const std::string_view text = text_of(bytes);
+  return std::hash<std::string_view>{}(text.substr(0, text.find_last_not_of('\0') + 1));
+}
+
+bool holds_datasets(const IptcStore& store) {
+  const std::span<const IptcEntry> entries = store.list();
+  return std::any_of(entries.begin(), entries.end(),
+                     [](const IptcEntry& entry) { return entry.resource == resource_iptc; });
+}
+
+ErrorCode add_datasets(IptcStore& store, const ByteCursor& data, std::string_view name) {
+  store.datasets_hash = hash_of_datasets(data.rest());
+  return decode_datasets(store, data, name);
+}
+
+/// Datasets that are left out will be gone once those of the store are written in their place.
+void pass_over_datasets(IptcStore& store, const ByteCursor& data) {
+  const bool repeated = hash_of_datasets(data.rest()) == store.datasets_hash;
+  store.incomplete = store.incomplete || !repeated;
+}
+
 ErrorCode add_resource(ReadContext& context, const ResourceBlock& block, bool decode_iptc) {
   const std::string_view data = text_of(block.data.rest());
   switch (block.number) {
     case resource_iptc:
-      return decode_iptc ? decode_datasets(context.iptc, block.data, block.name) : ErrorCode::ok;
+      if (decode_iptc) {
+        return add_datasets(context.iptc, block.data, block.name);
+      }
+      pass_over_datasets(context.iptc, block.data);
+      return ErrorCode::ok;
     case resource_copyright_flag:
       return add_copyright_flag(context.iptc, block);
     case resource_url:
@@ -187,9 +216,7 @@ ErrorCode walk_blocks(ReadContext& context, ByteCursor cursor, bool decode_iptc)
     if (result != ErrorCode::ok) {
       return result;
     }
-    if (!block.is_whole()) {
-      return ErrorCode::iptc_invalid;
-    }
+    context.iptc.incomplete |= !block.is_whole();
     const auto end = static_cast<std::uint32_t>(cursor.buffer.size());
     cursor.pos = std::min(round_up_even(cursor.pos + block.size), end);
   }
@@ -227,12 +254,6 @@ ByteCursor whole_value(ReadContext& context, const ByteCursor& value, std::uint6
   }
   context.iptc.incomplete = context.iptc.incomplete || whole.buffer.size() < length;
   return whole;
-}
-
-bool holds_datasets(const IptcStore& store) {
-  const std::span<const IptcEntry> entries = store.list();
-  return std::any_of(entries.begin(), entries.end(),
-                     [](const IptcEntry& entry) { return entry.resource == resource_iptc; });
 }
 
 }  // namespace
@@ -281,15 +302,24 @@ ErrorCode read_app13(ReadContext& context, MFILE& file, std::uint32_t length) {
 }
 
 void read_iptc_value(ReadContext& context, const ByteCursor& value, std::uint64_t length) {
-  // Datasets of several fields come together in one store, and are written to one field.
-  context.iptc.incomplete = context.iptc.incomplete || holds_datasets(context.iptc);
   WorkBuffer buffer;
-  static_cast<void>(decode_datasets(context.iptc, whole_value(context, value, length, buffer), ""));
+  const ByteCursor whole = whole_value(context, value, length, buffer);
+  if (!holds_datasets(context.iptc)) {
+    static_cast<void>(add_datasets(context.iptc, whole, ""));
+  } else {
+    pass_over_datasets(context.iptc, whole);
+  }
 }
 
 void read_photoshop_value(ReadContext& context, const ByteCursor& value, std::uint64_t length) {
-  // Both fields hold the same datasets as a rule; those of the IPTC field come first and count.
+  // Both fields hold the same datasets as a rule; those of the field that comes first count, which
+  // is the IPTC field where tags ascend.
   const bool decode_iptc = !holds_datasets(context.iptc);
+  // A second one belongs to another page, and stays there.
+  if (context.iptc.field_seen) {
+    return;
+  }
+  context.iptc.field_seen = true;
   WorkBuffer buffer;
   static_cast<void>(read_blocks(context, whole_value(context, value, length, buffer), decode_iptc));
 }

@@ -95,6 +95,8 @@ void reset_iptc_store(IptcStore& store) {
   store.count = 0;
   store.present_count.fill(0);
   store.pool.used = 0;
+  store.datasets_hash = 0;
+  store.field_seen = false;
   store.segment_seen = false;
   store.incomplete = false;
   store.emptied = false;

@@ -39,6 +39,7 @@ struct IptcEntry {
   std::string_view new_value;  ///< encoded bytes of that edit, in the pool
   std::uint32_t file_pos = 0;  ///< file offset of the value as read
   std::uint16_t length = 0;    ///< of the value as read, in bytes
+  std::uint16_t padding = 0;   ///< zero bytes that are written behind it
 };
 inline constexpr std::uint16_t deleted_resource = 0xFFFF;
 
@@ -48,9 +49,11 @@ struct IptcStore {
   std::array<IptcEntry, capacity> entries;
   std::array<std::uint16_t, iptc_dataset_count> present_count{};  ///< read, by row
   StringPool pool;
-  bool segment_seen = false;  ///< a Photoshop segment of this file has been read
-  bool incomplete = false;    ///< something in the block was not understood or did not fit
-  bool emptied = false;       ///< edits have removed the last entry
+  std::size_t datasets_hash = 0;  ///< of the bytes that the datasets were read from
+  bool field_seen = false;        ///< a Photoshop field of a TIFF file has been read
+  bool segment_seen = false;      ///< a Photoshop segment of this file has been read
+  bool incomplete = false;        ///< something in the block was not understood or did not fit
+  bool emptied = false;           ///< edits have removed the last entry
 
   [[nodiscard]] std::span<IptcEntry> list() { return {entries.data(), count}; }
   [[nodiscard]] std::span<const IptcEntry> list() const { return {entries.data(), count}; }

@@ -20,6 +20,7 @@ inline constexpr std::uint32_t inline_value_length = 4;
 struct IfdChain {
   ByteCursor cursor;                ///< stands on the next entry
   std::uint32_t parent = 0;         ///< as recorded: a pointer tag or a root code
+  std::uint16_t holder = 0;         ///< id of the IFD that holds the pointer
   std::uint16_t level = 0;          ///< nesting depth
   std::uint32_t seq = 0;            ///< sequence code of the IFD in work
   IfdKind kind = IfdKind::unknown;  ///< of the IFD in work

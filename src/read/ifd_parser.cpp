@@ -54,6 +54,7 @@ std::optional<std::uint16_t> begin_ifd(IfdChain& chain, std::uint32_t offset, Im
   }
   chain.kind = resolve_ifd_kind(chain.parent, chain.seq & 0xFFFF, image.maker_note_kind);
   chain.place = {.id = image.ifd_count++,
+                 .holder = chain.holder,
                  .parent = chain.parent,
                  .source_base = cursor_base_pos(cursor),
                  .big_endian = cursor.big_endian};
@@ -117,6 +118,25 @@ bool may_descend(const IfdChain& chain, const StoredEntry& entry, const ImageFil
   return entry.count != 0 && chain.level < max_ifd_level && image.ifd_count < max_ifds;
 }
 
+/// Where a chain of IFDs begins, and what led to it.
+struct ChainStart {
+  std::uint32_t offset;      ///< of the first IFD, from the cursor's base
+  std::uint32_t parent;      ///< a pointer tag or a root code
+  std::uint16_t level;       ///< nesting depth
+  std::uint32_t seq;         ///< sequence code of the first IFD
+  std::uint16_t holder = 0;  ///< id of the IFD that holds the pointer
+};
+
+// As parse_ifd, but gives nothing when not even the first IFD can be read.
+std::optional<ErrorCode> read_chain(ByteCursor cursor, const ChainStart& start,
+                                    ReadContext& context);
+
+// A chain without a readable IFD fails nothing, but leaves the read incomplete.
+ErrorCode result_of_chain(const std::optional<ErrorCode>& result, ImageFile& image) {
+  image.incomplete |= !result;
+  return result.value_or(ErrorCode::ok);
+}
+
 // Reads all IFDs of an array of offsets, whatever each returns, up to the limit for one file.
 ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& context) {
   ImageFile& image = context.image;
@@ -124,7 +144,8 @@ ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& conte
   const std::uint32_t array_offset = cursor_get_u32(offsets);
   trace_array(chain, entry, array_offset);
   const std::uint32_t count = std::min<std::uint32_t>(entry.count, max_ifds);
-  ErrorCode result = place_cursor(offsets, array_offset, count * 4U, chain.array_buffer);
+  ErrorCode result =
+      place_cursor(offsets, array_offset, std::uint64_t{4} * count, chain.array_buffer);
   if (result != ErrorCode::ok) {
     return result;
   }
@@ -137,17 +158,17 @@ ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& conte
     }
     trace(nested_level, "Entering IFD#%d in multi-IFD tag, offset %d\n", i, offset);
     trace(nested_level, "Entering nested IFD, offset=%d\n", offset);
-    result =
-        parse_ifd(chain.cursor, offset, entry.tag, nested_level, i + (entry.count << 16), context);
+    const ChainStart start{.offset = offset,
+                           .parent = entry.tag,
+                           .level = nested_level,
+                           .seq = i + (entry.count << 16),
+                           .holder = chain.place.id};
+    result = result_of_chain(read_chain(chain.cursor, start, context), image);
   }
   image.incomplete |= i < entry.count;
   image.images_unread |= i < entry.count;
   return result;
 }
-
-// As parse_ifd, but gives nothing when not even the first IFD can be read.
-std::optional<ErrorCode> read_chain(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
-                                    std::uint16_t level, std::uint32_t seq, ReadContext& context);
 
 // Whether the file holds all bytes of the value at the offset, and the offset is allowed.
 bool is_whole(IfdChain& chain, const StoredEntry& entry, std::uint32_t offset) {
@@ -167,7 +188,12 @@ std::optional<ErrorCode> enter_nested(const IfdChain& chain, const StoredEntry& 
   trace_pointer(chain, entry, offset);
   const auto nested_level = static_cast<std::uint16_t>(chain.level + 1);
   trace(nested_level, "Entering nested IFD, offset=%d\n", offset);
-  return read_chain(cursor, offset, entry.tag, nested_level, 0, context);
+  const ChainStart start{.offset = offset,
+                         .parent = entry.tag,
+                         .level = nested_level,
+                         .seq = 0,
+                         .holder = chain.place.id};
+  return read_chain(cursor, start, context);
 }
 
 // Whether a maker note can be copied as it is: its offsets count from a place inside of it.
@@ -202,17 +228,14 @@ std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& ent
     }
     return std::nullopt;
   }
-  image.incomplete |= !result;
-  return result.value_or(ErrorCode::ok);
+  return result_of_chain(result, image);
 }
 
 // Reads the one IFD that the entry points at.
 ErrorCode read_nested_ifd(const IfdChain& chain, const StoredEntry& entry, ReadContext& context) {
   ByteCursor cursor = entry.value;
   const std::uint32_t offset = cursor_get_u32(cursor);
-  const auto result = enter_nested(chain, entry, cursor, offset, context);
-  context.image.incomplete |= !result;
-  return result.value_or(ErrorCode::ok);
+  return result_of_chain(enter_nested(chain, entry, cursor, offset, context), context.image);
 }
 
 ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
@@ -282,22 +305,23 @@ std::optional<ErrorCode> read_ifds(IfdChain& chain, std::uint32_t offset, ReadCo
   }
 }
 
-std::optional<ErrorCode> read_chain(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
-                                    std::uint16_t level, std::uint32_t seq, ReadContext& context) {
+std::optional<ErrorCode> read_chain(ByteCursor cursor, const ChainStart& start,
+                                    ReadContext& context) {
   ImageFile& image = context.image;
   cursor.error_count = 0;
   IfdChain chain;
   chain.cursor = cursor;
-  chain.parent = parent;
-  chain.level = level;
-  chain.seq = seq;
-  const std::uint32_t first = enter_chain(chain, offset, image);
+  chain.parent = start.parent;
+  chain.holder = start.holder;
+  chain.level = start.level;
+  chain.seq = start.seq;
+  const std::uint32_t first = enter_chain(chain, start.offset, image);
   const auto result = read_ifds(chain, first, context);
   if (all_errors(chain) > max_format_errors) {
     print_error("Error: (%s) Too many format errors detected, EXIF data may be incomplete\n",
                 image.file_name.data());
   }
-  image.images_unread |= !chain.ended && (level == 0 || parent == tag_sub_ifd);
+  image.images_unread |= !chain.ended && (start.level == 0 || start.parent == tag_sub_ifd);
   if (result) {
     image.incomplete |= *result != ErrorCode::ok || chain.cursor.error_count != 0 ||
                         all_errors(chain) > max_format_errors;
@@ -309,9 +333,8 @@ std::optional<ErrorCode> read_chain(ByteCursor cursor, std::uint32_t offset, std
 
 ErrorCode parse_ifd(ByteCursor cursor, std::uint32_t offset, std::uint32_t parent,
                     std::uint16_t level, std::uint32_t seq, ReadContext& context) {
-  const auto result = read_chain(cursor, offset, parent, level, seq, context);
-  context.image.incomplete |= !result;
-  return result.value_or(ErrorCode::ok);
+  const ChainStart start{.offset = offset, .parent = parent, .level = level, .seq = seq};
+  return result_of_chain(read_chain(cursor, start, context), context.image);
 }
 
 }  // namespace tagmend

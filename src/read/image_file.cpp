@@ -42,6 +42,8 @@ void reset_image_file(ImageFile& image) {
   image.ifd_count = 0;
   image.tiff_header_pos = 0;
   image.incomplete = false;
+  image.read_failed = false;
+  image.images_unread = false;
   image.identity = {};
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "read/read_context.h"
 #include "support/error_code.h"
@@ -16,6 +17,9 @@ inline constexpr std::uint16_t marker_app1 = 0xFFE1;
 inline constexpr std::uint16_t marker_app2 = 0xFFE2;
 inline constexpr std::uint16_t marker_app5 = 0xFFE5;
 inline constexpr std::uint16_t marker_app13 = 0xFFED;
+
+/// What the data of an Exif APP1 segment begins with; a padding byte follows (Exif 2.2, 4.7.2).
+inline constexpr std::string_view exif_mark("Exif\0", 5);
 
 /// FFC0 to FFCF without the three that are no frame headers.
 constexpr bool is_frame_header(std::uint16_t marker) {

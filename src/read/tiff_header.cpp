@@ -12,13 +12,10 @@
 namespace tagmend {
 namespace {
 
-using namespace std::string_view_literals;
-
 constexpr std::uint16_t order_little = 0x4949;  // "II"
 constexpr std::uint16_t order_big = 0x4D4D;     // "MM"
 constexpr std::uint16_t tiff_magic = 42;
 
-constexpr std::string_view exif_mark = "Exif\0"sv;
 constexpr std::uint32_t exif_header_length = 6;  // the mark and a padding byte
 
 // DOS EPS binary header: the little-endian offset of the TIFF section.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <limits>
 #include <new>
@@ -149,7 +150,7 @@ MFILE* mfopen(const char* path, const char* mode) {
 MFILE* mfopen_memfile(void* buffer, std::uint32_t capacity, std::uint32_t length) {
   if (buffer == nullptr || capacity < 1 || capacity < length) {
     print_error("Internal Error: Invalid params passed to mfopen_memfile(0%x,%d, %d)\n",
-                static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(buffer)),
+                static_cast<unsigned>(std::bit_cast<std::uintptr_t>(buffer)),
                 static_cast<int>(capacity), static_cast<int>(length));
     return nullptr;
   }

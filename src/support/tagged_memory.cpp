@@ -1,6 +1,6 @@
 #include "support/tagged_memory.h"
 
-#include <cstdlib>
+#include <cstddef>
 #include <new>
 
 #include "support/message.h"
@@ -33,7 +33,7 @@ void* exif_malloc(std::uint32_t size, const char* tag, int line) {
     print_error("Attempt to allocate zero bytes: Type=%s, Line=%d, Size=%d\n", tag, line, 0);
     return nullptr;
   }
-  void* const allocation = std::malloc(sizeof(BlockHeader) + size);
+  void* const allocation = ::operator new(sizeof(BlockHeader) + size, std::nothrow);
   if (allocation == nullptr) {
     print_error("Can't allocate memory: Type=%s, Line=%d, Size=%d\n", tag, line,
                 static_cast<int>(size));
@@ -60,7 +60,7 @@ void exif_mfree(void* block, const char* tag) {
                 header->magic[0], header->magic[1], header->tag[0], header->tag[1], "EX", tag);
     end_program(exit_internal);
   }
-  std::free(header);
+  ::operator delete(header);
 }
 
 TaggedBytes make_tagged_bytes(std::uint32_t size, const char* tag, int line) {

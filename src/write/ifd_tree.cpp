@@ -6,17 +6,13 @@
 namespace tagmend {
 namespace {
 
-// Whether the IFD of `next` follows that of `last` in one chain, or in one array of offsets. On the
-// main chain an emptied IFD between the two is passed over.
+// Whether the IFD of `next` follows that of `last` in one chain, or in one array of offsets.
 bool continues_chain(const FieldEntry& last, const FieldEntry& next) {
-  if (next.level == 0) {
-    return true;
-  }
   return next.ifd.parent == last.ifd.parent && next.seq >> 16 == last.seq >> 16 &&
          next.seq > last.seq;
 }
 
-/// The IFD that usually holds a pointer, for pointers whose own IFD has no other entry left.
+/// The pointer to the IFD that usually holds a pointer.
 struct UsualParent {
   std::uint32_t pointer;
   std::uint32_t parent;
@@ -28,6 +24,17 @@ constexpr UsualParent usual_parents[] = {
     {tag_ricoh_info, tag_maker_note},
 };
 
+// Id of the IFD at `level` that the entry belongs to, itself or by a pointer to its own IFD;
+// nothing for an entry that lies deeper still.
+std::optional<std::uint16_t> ifd_at(const FieldEntry& entry, std::uint16_t level) {
+  if (entry.level == level) {
+    return entry.ifd.id;
+  }
+  return entry.level == level + 1 ? std::optional(entry.ifd.holder) : std::nullopt;
+}
+
+}  // namespace
+
 std::uint32_t usual_parent(std::uint32_t pointer) {
   for (const UsualParent& row : usual_parents) {
     if (row.pointer == pointer) {
@@ -37,34 +44,33 @@ std::uint32_t usual_parent(std::uint32_t pointer) {
   return tag_sub_ifd;
 }
 
-}  // namespace
-
+// On the main chain an emptied IFD between two others is passed over.
 TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std::uint16_t level) {
-  std::optional<std::size_t> last;
+  std::optional<std::uint16_t> current;
+  const FieldEntry* last = nullptr;
   std::size_t end = begin;
   for (; end < table.size() && table[end].level >= level; ++end) {
-    if (table[end].level != level) {
-      continue;
-    }
-    if (last && table[end].ifd.id != table[*last].ifd.id &&
-        !continues_chain(table[*last], table[end])) {
+    const FieldEntry& entry = table[end];
+    const bool own = entry.level == level;
+    const auto ifd = ifd_at(entry, level);
+    if (current && ifd && *ifd != *current && level != 0 &&
+        !(own && last != nullptr && continues_chain(*last, entry))) {
       break;
     }
-    last = end;
+    current = ifd ? ifd : current;
+    last = own ? &entry : last;
   }
   return {begin, end};
 }
 
 TableRange first_ifd(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level) {
-  std::optional<std::size_t> last;
+  std::optional<std::uint16_t> current;
   for (std::size_t place = chain.begin; place < chain.end; ++place) {
-    if (table[place].level != level) {
-      continue;
-    }
-    if (last && table[place].ifd.id != table[*last].ifd.id) {
+    const auto ifd = ifd_at(table[place], level);
+    if (current && ifd && *ifd != *current) {
       return {chain.begin, place};
     }
-    last = place;
+    current = ifd ? ifd : current;
   }
   return chain;
 }

@@ -17,8 +17,12 @@ struct TableRange {
   std::size_t end;
 };
 
-/// The chain of IFDs at `level` that begins with entry `begin`, with all that is nested in it. A
-/// level at which no entry stands before deeper ones is an IFD that lost all its own entries.
+/// The pointer that leads to the IFD that usually holds this one: for IFDs without entries of their
+/// own.
+std::uint32_t usual_parent(std::uint32_t pointer);
+
+/// The chain of IFDs at `level` that begins with entry `begin`, with all that is nested in it. IFDs
+/// nested in one that lost all its own entries are a chain of their own.
 TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std::uint16_t level);
 
 /// The first IFD of a chain, with all that is nested in it.

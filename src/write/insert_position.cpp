@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "write/ifd_tree.h"
 #include "write/table_order.h"
 
 namespace tagmend {
@@ -82,6 +83,37 @@ int pointer_position(std::uint32_t pointer_tag, const ImageFile& image) {
   return found->position == before_all ? first_of_kind(IfdKind::camera, image) : found->position;
 }
 
+// The first IFD nested in one that lost all its own entries and that this pointer led to; nowhere
+// when there is none.
+int first_orphan(std::uint32_t pointer_tag, const ImageFile& image) {
+  for (std::size_t place = 0; place < live_count(image); ++place) {
+    const FieldEntry& entry = image.fields[place];
+    if (entry.level == 2 && usual_parent(entry.ifd.parent) == pointer_tag &&
+        !entry.ifd.display_only) {
+      return static_cast<int>(place);
+    }
+  }
+  return nowhere;
+}
+
+// The IFD that a pointer in IFD0 leads to, when the table has no entry of it. It takes in what was
+// nested in it before it lost its entries.
+void place_behind_pointer(std::uint32_t pointer_tag, const ImageFile& image,
+                          InsertPosition& result) {
+  result.level = 1;
+  result.ifd.parent = pointer_tag;
+  if (const int camera = first_of_kind(IfdKind::camera, image); camera != nowhere) {
+    result.ifd.holder = image.fields[static_cast<std::size_t>(camera)].ifd.id;
+  }
+  const int orphan = first_orphan(pointer_tag, image);
+  if (orphan > 0) {
+    result.ifd.id = image.fields[static_cast<std::size_t>(orphan)].ifd.holder;
+    result.position = orphan - 1;
+  } else {
+    result.position = pointer_position(pointer_tag, image);
+  }
+}
+
 InsertPosition new_ifd_position(IfdKind kind, const ImageFile& image) {
   InsertPosition result;
   result.new_ifd = true;
@@ -95,18 +127,15 @@ InsertPosition new_ifd_position(IfdKind kind, const ImageFile& image) {
       result.position = static_cast<int>(live_count(image)) - 1;
       return result;
     case IfdKind::gps:
-      result.ifd.parent = tag_gps_ifd;
-      break;
+      place_behind_pointer(tag_gps_ifd, image, result);
+      return result;
     case IfdKind::image:
-      result.ifd.parent = tag_exif_ifd;
-      break;
+      place_behind_pointer(tag_exif_ifd, image, result);
+      return result;
     default:
       result.position = nowhere;
       return result;
   }
-  result.level = 1;
-  result.position = pointer_position(result.ifd.parent, image);
-  return result;
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ ErrorCode write_iptc_segment(JpegRewrite& rewrite) {
 
 ErrorCode handle_app1(JpegRewrite& rewrite, bool& drop) {
   const RunOptions& options = rewrite.options;
-  if (!starts_with(rewrite.input, std::string_view("Exif\0\0", 6))) {
+  if (!starts_with(rewrite.input, exif_mark)) {
     return ErrorCode::ok;
   }
   const bool was_read = !rewrite.exif_seen;

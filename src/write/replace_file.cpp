@@ -1,6 +1,7 @@
 #include "write/replace_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,7 +9,6 @@
 #include <cstdio>
 #include <cstring>
 
-#include "support/descriptor.h"
 #include "support/message.h"
 #include "write/temp_file.h"
 
@@ -29,15 +29,16 @@ int rename_to_free(const char* name, const char* backup) {
   if (errno != EINVAL && errno != ENOSYS) {
     return -1;
   }
+  struct stat status {};
+  if (lstat(backup, &status) == 0) {
+    errno = EEXIST;
+    return -1;
+  }
   return std::rename(name, backup);
 }
 
-// A hard link leaves the original under its own name until the new file takes it.
-int keep_original(const char* name, const char* backup) {
-  if (link(name, backup) == 0) {
-    return 0;
-  }
-  switch (errno) {
+bool lacks_links(int error) {
+  switch (error) {
     case EPERM:
     case EACCES:
     case EOPNOTSUPP:
@@ -45,10 +46,16 @@ int keep_original(const char* name, const char* backup) {
     case EMLINK:
     case EXDEV:
     case EINVAL:
-      return rename_to_free(name, backup);
+      return true;
     default:
-      return -1;
+      return false;
   }
+}
+
+// The two names change places. False where the file system can't do that, and on every failure: a
+// rename then tells whether it was one.
+bool exchange(const char* temp, const char* name) {
+  return renameat2(AT_FDCWD, temp, AT_FDCWD, name, RENAME_EXCHANGE) == 0;
 }
 
 bool has_extension(std::string_view name) {
@@ -74,19 +81,124 @@ ErrorCode refuse_rename(const char* from, const char* to) {
   return ErrorCode::rename_failed;
 }
 
+ErrorCode refuse_backup(const Replacement& files) {
+  const bool dotted = has_extension(files.backup.data());
+  check_consistency(errno != ENAMETOOLONG,
+                    dotted ? line_numbered_with_extension : line_numbered_plain, module_utility);
+  return refuse_rename(files.name, files.backup.data());
+}
+
+ErrorCode refuse_new_name(const Replacement& files) {
+  const ErrorCode result = refuse_rename(files.temp.data(), files.name);
+  print_error("       Original file backed up as '%s'\n", files.backup.data());
+  return result;
+}
+
 ErrorCode refuse_changed(const Replacement& files) {
   print_error("Error: File %s was changed by another program. File not changed.\n", files.name);
   discard_temp_file();
   return ErrorCode::read_failed;
 }
 
-bool sync_directory() {
-  const Descriptor directory(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+bool sync_directory(const Descriptor& directory) {
   if (!directory.is_open()) {
     return false;
   }
   // File systems that cannot sync a directory say EINVAL; there is nothing more to wait for then.
   return fsync(directory.number) == 0 || errno == EINVAL;
+}
+
+// Two runs that exchange names in one directory at the same time could each take the other's new
+// file for the one that they replace. Where there are no such locks they are not kept apart.
+Descriptor lock_directory() {
+  Descriptor directory(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (directory.is_open()) {
+    while (flock(directory.number, LOCK_EX) != 0 && errno == EINTR) {
+    }
+  }
+  return directory;
+}
+
+// The original has its backup name too. One more try helps where a network answered badly.
+void remove_exchanged(const char* temp) {
+  if (unlink(temp) != 0) {
+    unlink(temp);
+  }
+}
+
+// Gives the name back to what came out of an exchange. What then comes out is the new file, unless
+// yet another one is seen to have taken the name meanwhile: that is nobody's to remove.
+void exchange_back(const Replacement& files) {
+  struct stat status {};
+  const bool done = exchange(files.temp.data(), files.name);
+  const bool looked = done && lstat(files.temp.data(), &status) == 0;
+  if (!done || (looked && status.st_ino != files.inode)) {
+    print_error("Error: What stood under the name %s is kept as '%s'\n", files.name,
+                files.temp.data());
+    release_temp_file();
+  }
+}
+
+// The backup is a second name of the original, which keeps its own until the new file takes it.
+ErrorCode replace_linked(Replacement& files, const FileIdentity& identity) {
+  const char* const temp = files.temp.data();
+  const char* const backup = files.backup.data();
+  if (!is_unchanged(backup, identity)) {
+    (void)link(backup, files.name);  // fails unless the name has gone
+    unlink(backup);
+    return refuse_changed(files);
+  }
+  if (exchange(temp, files.name)) {
+    if (!is_unchanged(temp, identity)) {
+      exchange_back(files);
+      unlink(backup);
+      return refuse_changed(files);
+    }
+    files.backup_made = true;
+    remove_exchanged(temp);
+  } else {
+    files.backup_made = true;
+    if (std::rename(temp, files.name) != 0) {
+      return refuse_new_name(files);
+    }
+  }
+  release_temp_file();
+  return ErrorCode::ok;
+}
+
+// Without hard links the original gets the backup name once the new file stands in its place.
+ErrorCode back_up_exchanged(Replacement& files, const FileIdentity& identity) {
+  if (!is_unchanged(files.temp.data(), identity)) {
+    exchange_back(files);
+    return refuse_changed(files);
+  }
+  if (give_free_name(files.temp.data(), files.backup, rename_to_free) != 0) {
+    const int error = errno;
+    exchange_back(files);
+    errno = error;
+    return refuse_backup(files);
+  }
+  files.backup_made = true;
+  release_temp_file();
+  return ErrorCode::ok;
+}
+
+// For file systems that can do neither: the name is missing between the two renames.
+ErrorCode replace_by_renames(Replacement& files, const FileIdentity& identity) {
+  const char* const backup = files.backup.data();
+  if (give_free_name(files.name, files.backup, rename_to_free) != 0) {
+    return refuse_backup(files);
+  }
+  files.backup_made = true;
+  if (!is_unchanged(backup, identity)) {
+    files.backup_made = rename_to_free(backup, files.name) != 0;
+    return refuse_changed(files);
+  }
+  if (std::rename(files.temp.data(), files.name) != 0) {
+    return refuse_new_name(files);
+  }
+  release_temp_file();
+  return ErrorCode::ok;
 }
 
 }  // namespace
@@ -99,36 +211,26 @@ SiblingName make_backup_name(const char* name) {
   return backup;
 }
 
+// What comes out of an exchange must not be taken for the new file by a signal.
 ErrorCode replace_file(Replacement& files, const FileIdentity& identity) {
-  if (!is_unchanged(files.name, identity)) {
-    return refuse_changed(files);
+  files.directory = lock_directory();
+  const SignalsHeld held;
+  const SiblingName wanted = files.backup;
+  if (give_free_name(files.name, files.backup, link) == 0) {
+    return replace_linked(files, identity);
   }
-  if (give_free_name(files.name, files.backup, keep_original) != 0) {
-    const bool dotted = has_extension(files.backup.data());
-    check_consistency(errno != ENAMETOOLONG,
-                      dotted ? line_numbered_with_extension : line_numbered_plain, module_utility);
-    return refuse_rename(files.name, files.backup.data());
+  if (!lacks_links(errno)) {
+    return refuse_backup(files);
   }
-  files.backup_made = true;
-  // Another process may have replaced the file since it was looked at; what it wrote goes back.
-  if (!is_unchanged(files.backup.data(), identity)) {
-    if (is_unchanged(files.name, identity) || access(files.name, F_OK) == 0) {
-      unlink(files.backup.data());
-    } else {
-      std::rename(files.backup.data(), files.name);
-    }
-    files.backup_made = false;
-    return refuse_changed(files);
+  files.backup = wanted;
+  if (exchange(files.temp.data(), files.name)) {
+    return back_up_exchanged(files, identity);
   }
-  if (std::rename(files.temp.data(), files.name) != 0) {
-    const ErrorCode result = refuse_rename(files.temp.data(), files.name);
-    print_error("       Original file backed up as '%s'\n", files.backup.data());
-    return result;
-  }
-  release_temp_file();
-  return ErrorCode::ok;
+  return replace_by_renames(files, identity);
 }
 
-bool remove_backup(const char* backup) { return sync_directory() && unlink(backup) == 0; }
+bool remove_backup(const Replacement& files) {
+  return sync_directory(files.directory) && unlink(files.backup.data()) == 0;
+}
 
 }  // namespace tagmend

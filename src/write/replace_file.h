@@ -1,7 +1,10 @@
 // The moment in which the new file takes the name of the old one.
 #pragma once
 
+#include <cstdint>
+
 #include "read/image_file.h"
+#include "support/descriptor.h"
 #include "support/error_code.h"
 #include "support/file_names.h"
 
@@ -11,19 +14,23 @@ namespace tagmend {
 struct Replacement {
   const char* name;          ///< of the file that is edited
   SiblingName temp{};        ///< of the new file, complete and on stable storage
+  std::uint64_t inode = 0;   ///< of the new file
   SiblingName backup{};      ///< wanted for the original; receives the name used
   bool backup_made = false;  ///< the original stands under the backup name
+  Descriptor directory{};    ///< the current one; open, it keeps other runs from replacing here
 };
 
-/// Keeps the original under the backup name and lets the new file take its name: by a hard link and
-/// one rename, so that the name leads to a whole file at every instant; by two renames where the
-/// file system has no hard links. ok, rename_failed, or read_failed when the name no longer leads
-/// to the file that was read; each after a message, with the temporary file gone.
+/// Keeps the original under the backup name and lets the new file take its name, so that the name
+/// leads to a whole file at every instant: the two change places, and only when what came out is
+/// the file that was read does it go. Where the file system can't exchange names, one rename does
+/// it if there are hard links, else two, between which the name is missing. ok, rename_failed, or
+/// read_failed when the name no longer leads to the file that was read; each after a message, with
+/// the temporary file gone.
 ErrorCode replace_file(Replacement& files, const FileIdentity& identity);
 
 /// Removes the backup, once the new file's name is on stable storage; keeps it when that can't be
 /// had. Returns whether it is gone.
-[[nodiscard]] bool remove_backup(const char* backup);
+[[nodiscard]] bool remove_backup(const Replacement& files);
 
 /// The backup name of a file; a name that does not fit ends the program (status 1).
 SiblingName make_backup_name(const char* name);

@@ -1,5 +1,6 @@
 #include "write/rewrite.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -67,38 +68,40 @@ ErrorCode write_new_file(MFILE& input, MFILE& output, RewriteJob& job) {
 
 // Everything must have arrived on stable storage before the new file may take the name: after a
 // power failure the name leads to the old content or to the new, never to an empty file.
-ErrorCode finish_output(const char* name, const MFILE& input, MFileHandle& output) {
+ErrorCode finish_output(const MFILE& input, MFileHandle& output, Replacement& files) {
   copy_attributes(mfdescriptor(input), mfdescriptor(*output));
-  const bool stored = mfflush(*output) == 0 && fsync(mfdescriptor(*output)) == 0;
+  struct stat status {};
+  const bool known = fstat(mfdescriptor(*output), &status) == 0;
+  files.inode = status.st_ino;
+  const bool stored = known && mfflush(*output) == 0 && fsync(mfdescriptor(*output)) == 0;
   const int error = errno;
   const bool closed = mfclose(output.release()) == 0;
   if (stored && closed) {
     return ErrorCode::ok;
   }
-  print_error("Error: Can't write new content of %s: %s\n", name,
+  print_error("Error: Can't write new content of %s: %s\n", files.name,
               std::strerror(stored ? errno : error));
   return ErrorCode::write_failed;
 }
 
 // The temporary file, complete; on failure it is gone.
-ErrorCode make_new_file(const char* name, CreatedFileList* created, RewriteJob& job,
-                        SiblingName& temp) {
+ErrorCode make_new_file(CreatedFileList* created, RewriteJob& job, Replacement& files) {
   FileType type = FileType::unknown;
   MFileHandle input;
-  ErrorCode result = open_original(name, type, input);
+  ErrorCode result = open_original(files.name, type, input);
   if (result != ErrorCode::ok) {
     return result;
   }
   if (created != nullptr) {
-    created_list_add(*created, name);
+    created_list_add(*created, files.name);
   }
   MFileHandle output;
-  result = create_output(type, temp, output);
+  result = create_output(type, files.temp, output);
   if (result == ErrorCode::ok) {
     result = write_new_file(*input, *output, job);
   }
   if (result == ErrorCode::ok) {
-    result = finish_output(name, *input, output);
+    result = finish_output(*input, output, files);
   }
   if (result != ErrorCode::ok) {
     discard_temp_file();
@@ -113,16 +116,15 @@ void note_backup(CreatedFileList* created, const SiblingName& backup) {
 }
 
 // What becomes of the backup once the new file has its name.
-void settle_backup(const char* name, CreatedFileList* created, const RewriteJob& job,
-                   const SiblingName& backup) {
-  if (!job.options.keep_backup && !job.unread_metadata && remove_backup(backup.data())) {
+void settle_backup(const Replacement& files, CreatedFileList* created, const RewriteJob& job) {
+  if (!job.options.keep_backup && !job.unread_metadata && remove_backup(files)) {
     return;
   }
   if (!job.options.keep_backup && job.unread_metadata) {
     print_warning("Warning: File %s: some metadata could not be read, original kept as '%s'\n",
-                  name, backup.data());
+                  files.name, files.backup.data());
   }
-  note_backup(created, backup);
+  note_backup(created, files.backup);
 }
 
 }  // namespace
@@ -133,13 +135,13 @@ ErrorCode rewrite_file(const char* name, CreatedFileList* created, const ImageFi
   RewriteJob job{image, options, app13, metadata_incomplete};
   Replacement files{.name = name};
   files.backup = make_backup_name(name);
-  ErrorCode result = make_new_file(name, created, job, files.temp);
+  ErrorCode result = make_new_file(created, job, files);
   if (result != ErrorCode::ok) {
     return result;
   }
   result = replace_file(files, image.identity);
   if (result == ErrorCode::ok) {
-    settle_backup(name, created, job, files.backup);
+    settle_backup(files, created, job);
   } else if (files.backup_made) {
     note_backup(created, files.backup);
   }

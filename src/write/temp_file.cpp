@@ -63,28 +63,23 @@ void install_handlers() {
   }
 }
 
-/// Holds the signals back, so that creating the file and noting its name are one step.
-struct SignalBlock {
-  sigset_t before;
-
-  SignalBlock() {
-    sigset_t blocked;
-    sigemptyset(&blocked);
-    for (const int signal_number : fatal_signals) {
-      sigaddset(&blocked, signal_number);
-    }
-    sigprocmask(SIG_BLOCK, &blocked, &before);
-  }
-  ~SignalBlock() { sigprocmask(SIG_SETMASK, &before, nullptr); }
-  SignalBlock(const SignalBlock&) = delete;
-  SignalBlock& operator=(const SignalBlock&) = delete;
-};
-
 }  // namespace
 
+SignalsHeld::SignalsHeld() {
+  sigset_t held;
+  sigemptyset(&held);
+  for (const int signal_number : fatal_signals) {
+    sigaddset(&held, signal_number);
+  }
+  sigprocmask(SIG_BLOCK, &held, &before);
+}
+
+SignalsHeld::~SignalsHeld() { sigprocmask(SIG_SETMASK, &before, nullptr); }
+
+// The signals are held so that creating the file and noting its name are one step.
 ErrorCode create_temp_file(SiblingName& name, MFileHandle& file) {
   install_handlers();
-  const SignalBlock block;
+  const SignalsHeld held;
   for (int attempt = 0; attempt < max_attempts; ++attempt) {
     name = make_temp_name();
     file.reset(mfopen(name.data(), "wbx+"));

@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
-"""Speed, memory and system calls of one build of tagmend: bench.py <tagmend> [directory]
+"""Speed, memory and system calls of one build of tagmend: bench.py [--quick] <tagmend> [directory]
 
 Times are ratios to `cp -r` of the same files in the same run: the median of five pairs of an edit
 and a copy, each on fresh files, on a memory file system where there is one (or in the directory
 given). Beside the time that passed stands the ratio of processor time, which other work on the
 machine disturbs less. The photographs are made here: JPEGs with EXIF, a thumbnail, a Photoshop
 segment, and scan data up to the size wanted. exiv2 and exiftool do the same work where they are
-installed. The exit status is 1 when a limit is not held.
+installed. The exit status is 1 when a limit is not held. --quick takes a tenth of the files in the
+batches, for a first impression within a minute.
 """
+import argparse
 import os
 import platform
 import random
@@ -201,14 +203,18 @@ def times_cp(ratio):
     return f"{ratio:.2f} x"
 
 
-def compare_batches(program, root):
+def shown_size(size):
+    return f"{size // MB} MB" if size >= MB else f"{size // KB} KB"
+
+
+def compare_batches(program, root, quick):
     print("\nOne process over many files, to cp -r:\n")
     others = [name for name in ("exiv2", "exiftool") if shutil.which(name)]
     table = Table("edit", "time", "processor", "limit", "", *others)
     for edit in (ARTIST, CAPTION):
         for count, size, limit in ((200, 5 * MB, 1.1), (300, 130 * KB, 1.25)):
-            shown = f"{size // MB} MB" if size >= MB else f"{size // KB} KB"
-            what = f"{edit}, {count} files of {shown}"
+            count = count // 10 if quick else count
+            what = f"{edit}, {count} files of {shown_size(size)}"
             with Bench(root, count, size) as bench:
                 ours = bench.ratio([program, *EDITS["tagmend"][edit], *bench.names])
                 theirs = [bench.ratio([name, *EDITS[name][edit], *bench.names], 3).wall for name in others]
@@ -241,9 +247,8 @@ def scale_size(program, root):
             pairs = list(bench.pairs([program, *EDITS["tagmend"][ARTIST], *bench.names], repeat))
         took = statistics.median(edited.wall for edited, _ in pairs)
         ratio = statistics.median(edited.wall / copied.wall for edited, copied in pairs)
-        shown = f"{size // MB} MB" if size >= MB else f"{size // KB} KB"
-        table.row([shown, f"{took * 1000:.2f}", times_cp(ratio), f"{size / MB / took:.0f}",
-                   verdict(f"one file of {shown}", ratio, 1.5)])
+        table.row([shown_size(size), f"{took * 1000:.2f}", times_cp(ratio), f"{size / MB / took:.0f}",
+                   verdict(f"one file of {shown_size(size)}", ratio, 1.5)])
 
 
 def start_up(program, root, runs=200):
@@ -260,13 +265,15 @@ def start_up(program, root, runs=200):
 
 def peak_memory(program, root, size):
     """Peak resident memory of one edit in KiB."""
-    work, helper = os.path.join(root, "work"), os.path.join(root, "peak_memory")
-    if not os.path.exists(helper):
-        source = os.path.join(os.path.dirname(os.path.abspath(__file__)), "peak_memory.cpp")
-        subprocess.run([os.environ.get("CXX", "c++"), "-O1", "-o", helper, source], check=True)
+    work = os.path.join(root, "work")
+    source = os.path.join(os.path.dirname(os.path.abspath(__file__)), "peak_memory.cpp")
     make_files(work, 1, size)
-    done = subprocess.run([helper, program, *EDITS["tagmend"][ARTIST], "0000.jpg"], cwd=work, check=True,
-                          stdout=subprocess.PIPE)
+    # Not in `root`: memory file systems may be mounted such that nothing in them can be run.
+    with tempfile.TemporaryDirectory() as directory:
+        helper = os.path.join(directory, "peak_memory")
+        subprocess.run([os.environ.get("CXX", "c++"), "-O1", "-o", helper, source], check=True)
+        done = subprocess.run([helper, program, *EDITS["tagmend"][ARTIST], "0000.jpg"], cwd=work,
+                              check=True, stdout=subprocess.PIPE)
     shutil.rmtree(work)
     return int(done.stdout)
 
@@ -302,23 +309,38 @@ def measure_frugality(program, root):
     row("system calls for each further file", further and (further - first) / 10, 40, "{:.1f}")
 
 
+def first_match(pattern, file_name, default):
+    with open(file_name) as file:
+        found = re.search(pattern, file.read(), re.MULTILINE)
+    return found.group(1) if found else default
+
+
 def describe_machine(root):
-    model = "unknown processor"
-    with open("/proc/cpuinfo") as info:
-        found = re.search(r"^model name\s*: (.*)$", info.read(), re.MULTILINE)
-        model = found.group(1) if found else model
+    model = first_match(r"^model name\s*: (.*)$", "/proc/cpuinfo", "unknown processor")
+    memory = int(first_match(r"^MemTotal:\s*(\d+) kB", "/proc/meminfo", "0"))
     system = subprocess.run(["stat", "--file-system", "--format=%T", root], stdout=subprocess.PIPE, text=True)
-    print(f"{os.cpu_count()} x {model}, {platform.system()} {platform.release()}, "
+    print(f"{os.cpu_count()} x {model}, {round(memory / MB)} GB, {platform.system()} {platform.release()}, "
           f"{system.stdout.strip()}, load {os.getloadavg()[0]:.2f}")
 
 
+def default_parent():
+    """A memory file system with room for two copies of the largest batch; else the usual place."""
+    memory = "/dev/shm"
+    usable = os.access(memory, os.W_OK) and shutil.disk_usage(memory).free > 3 << 30
+    return memory if usable else None
+
+
 def main():
-    program = os.path.abspath(sys.argv[1])
-    parent = sys.argv[2] if len(sys.argv) > 2 else "/dev/shm"
-    root = tempfile.mkdtemp(prefix="tagmend-bench-", dir=parent if os.access(parent, os.W_OK) else None)
+    parser = argparse.ArgumentParser(description="Measures a build of tagmend against cp and its limits.")
+    parser.add_argument("--quick", action="store_true", help="a tenth of the files in the batches")
+    parser.add_argument("program", type=os.path.abspath, help="the built tagmend")
+    parser.add_argument("directory", nargs="?", default=default_parent(), help="where to work")
+    arguments = parser.parse_args()
+    program = arguments.program
+    root = tempfile.mkdtemp(prefix="tagmend-bench-", dir=arguments.directory)
     try:
         describe_machine(root)
-        compare_batches(program, root)
+        compare_batches(program, root, arguments.quick)
         scale_files(program, root)
         scale_size(program, root)
         measure_frugality(program, root)

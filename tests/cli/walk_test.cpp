@@ -21,7 +21,7 @@ struct Walk : testing::Test {
   const fs::path start = fs::current_path();
   ~Walk() override { fs::current_path(start); }
 
-  std::string walk(const test::Sandbox& sandbox) const {
+  [[nodiscard]] std::string walk(const test::Sandbox& sandbox) const {
     Session session = open_session();
     fs::current_path(sandbox.path("top"));
     testing::internal::CaptureStderr();

@@ -42,22 +42,28 @@ inline bool is_place(const FieldEntry& entry) {
 }
 
 /// Reads a file and lists what neither the session's edits nor the new places of image data change.
-inline Contents unedited_contents(const Session& session, Bytes file) {
+inline Contents unedited_contents(const Session& session, const Bytes& file) {
   Contents contents;
-  if (file.empty()) return contents;
+  if (file.empty()) {
+    return contents;
+  }
   ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
   contents.code = read_image_file(context, "", "", file, false);
   contents.whole = !session.image.incomplete && !session.iptc.incomplete;
   char place[64];
   for (const FieldEntry& entry : session.image.table()) {
-    if (is_place(entry) || is_edited(session, entry)) continue;
+    if (is_place(entry) || is_edited(session, entry)) {
+      continue;
+    }
     std::snprintf(place, sizeof place,
                   "kind %u tag %x type %u: ", static_cast<unsigned>(entry.kind), entry.tag,
                   entry.type);
     contents.lines.push_back(place + std::string(entry.text.data()));
   }
   for (const IptcEntry& entry : session.iptc.list()) {
-    if (is_edited(session, entry)) continue;
+    if (is_edited(session, entry)) {
+      continue;
+    }
     std::snprintf(place, sizeof place, "resource %u dataset %u:%u: ", entry.resource, entry.record,
                   entry.dataset);
     contents.lines.push_back(place + std::string(entry.text));

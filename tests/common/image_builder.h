@@ -365,7 +365,7 @@ inline std::size_t write_ifd(const Place& around, const Ifd& ifd, std::size_t at
   return data;
 }
 
-inline std::size_t scatter_ifd(const Place& place, const Ifd& ifd, std::size_t next);
+inline std::size_t scatter_ifd(const Place& around, const Ifd& ifd, std::size_t next);
 
 inline std::size_t append_after_junk(Bytes& out, const Bytes& bytes) {
   out.resize(even(out.size()), 0xA5);

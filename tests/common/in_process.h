@@ -43,6 +43,7 @@ inline void throw_at_end_of_program() {
 inline int run_here(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), "tagmend");
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) {
     argv.push_back(argument.data());
   }

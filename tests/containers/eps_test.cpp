@@ -41,7 +41,7 @@ class EpsTest : public ContextTest {
   }
 
   /// "nickname=text" of the store's entries.
-  std::string stored() const {
+  [[nodiscard]] std::string stored() const {
     std::string texts;
     for (const IptcEntry& entry : store_->list()) {
       texts += std::string(iptc_datasets[entry.row].nickname) + "=" + std::string(entry.text) + " ";

@@ -17,11 +17,14 @@ std::string parse(std::string_view text, DateRequirement requirement) {
   if (code != ErrorCode::ok) {
     return "code " + std::to_string(static_cast<unsigned>(code));
   }
-  const auto join = [](const auto&... parts) { return (std::string(parts.data()) + ...); };
-  const std::string colon = ":";
-  return join(date.year_text, colon, date.month_text, colon, date.day_text, std::string(" "),
-              date.hour_text, colon, date.minute_text, colon, date.second_text, std::string(" "),
-              date.zone_text);
+  std::string joined;
+  for (const char* part :
+       {date.year_text.data(), ":", date.month_text.data(), ":", date.day_text.data(), " ",
+        date.hour_text.data(), ":", date.minute_text.data(), ":", date.second_text.data(), " ",
+        date.zone_text.data()}) {
+    joined += part;
+  }
+  return joined;
 }
 
 TEST(DateTime, DateOrTime) {

@@ -244,8 +244,10 @@ TEST(ListFile, IsReadUpToTheSizeOfTheBuffer) {
   CaptureStderr();
   EXPECT_EQ(read_list_file("missing.txt", buffer), 0u);
   EXPECT_STREQ(buffer.data(), "");
+  EXPECT_EQ(read_list_file("/", buffer), 0u);
   EXPECT_EQ(GetCapturedStderr(),
-            "Error: Can't open file list file missing.txt: No such file or directory\n");
+            "Error: Can't open file list file missing.txt: No such file or directory\n"
+            "Error: Can't open file list file /: Is a directory\n");
 }
 
 }  // namespace

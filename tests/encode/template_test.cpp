@@ -79,7 +79,7 @@ TEST_F(Template, Names) {
       {"", " [45]"},
       {"plain", "plain [45]"},
       // Quote characters get a backslash.
-      {"[ip-caption]", "Harbour at \\\"dawn\\\""},
+      {"[ip-caption]", R"(Harbour at \"dawn\")"},
       // Names that are none.
       {"[file name][artist", "[file name][artist [45]"},
       {"[file\nname]", "[file\nname] [45]"},
@@ -132,6 +132,9 @@ TEST_F(Template, DateTakenIsThatOfTheLastEntryAndIsCutOnce) {
   EXPECT_EQ(expand("[yyyy]"), "1999");
   image->date_taken.computed = false;
   EXPECT_EQ(expand("[yyyy]-[mmm]-[dd]"), "--");
+  add_field("date-taken", "2004: 5: 1  9: 0: 0");
+  image->date_taken.computed = false;
+  EXPECT_EQ(expand("[mm][mmm][dd]"), " 5May 1");
 }
 
 TEST_F(Template, WithoutAFileNamesAreKnownButEmpty) {

@@ -26,7 +26,9 @@ constexpr int exit_not_permitted = 77;
 std::vector<Scene> single_scenes() {
   std::vector<Scene> all;
   for (const Scene& scene : scenes()) {
-    if (scene.is_walk() || scene.without_links || scene.has_large_attribute) continue;
+    if (scene.is_walk() || scene.without_links || scene.has_large_attribute) {
+      continue;
+    }
     all.push_back(scene);
     all.back().photos.resize(1);
     all.back().operands.resize(1);
@@ -66,7 +68,9 @@ bool run_on_file_system(const std::string& options, Checks checks) {
   }
   int status = 0;
   ::waitpid(child, &status, 0);
-  if (WIFEXITED(status) && WEXITSTATUS(status) == exit_not_permitted) return false;
+  if (WIFEXITED(status) && WEXITSTATUS(status) == exit_not_permitted) {
+    return false;
+  }
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "see the failures above";
   return true;
 }
@@ -81,7 +85,7 @@ void fill(const std::string& path, std::size_t size) {
 
 TEST(Limits, FileSystemThatFillsUp) {
   constexpr std::size_t page = 4096;
-  constexpr std::size_t capacity = 200 * 1024;
+  constexpr std::size_t capacity = 200 << 10U;
   const bool permitted = run_on_file_system("size=200k", [](const std::string& place) {
     for (const Scene& scene : single_scenes()) {
       const std::size_t photo = (scene.photos[0].before.size() + page - 1) / page * page;
@@ -99,7 +103,9 @@ TEST(Limits, FileSystemThatFillsUp) {
       EXPECT_GT(refused, 0U) << scene.title;
     }
   });
-  if (!permitted) GTEST_SKIP() << "File systems can't be mounted here.";
+  if (!permitted) {
+    GTEST_SKIP() << "File systems can't be mounted here.";
+  }
 }
 
 TEST(Limits, FileSystemWithoutRoomForNames) {
@@ -112,7 +118,9 @@ TEST(Limits, FileSystemWithoutRoomForNames) {
         check_scene(scene, sandbox, outcome, {.text = std::to_string(inodes) + " inodes"});
       }
     });
-    if (!permitted) GTEST_SKIP() << "File systems can't be mounted here.";
+    if (!permitted) {
+      GTEST_SKIP() << "File systems can't be mounted here.";
+    }
   }
 }
 
@@ -140,7 +148,9 @@ TEST(Limits, FileSize) {
 /// Both streams lead to a pipe that nobody reads any more.
 void close_reader() {
   int ends[2];
-  if (::pipe(ends) != 0) ::_exit(126);
+  if (::pipe(ends) != 0) {
+    ::_exit(126);
+  }
   ::close(ends[0]);
   ::dup2(ends[1], 1);
   ::dup2(ends[1], 2);
@@ -149,14 +159,18 @@ void close_reader() {
 
 TEST(Limits, NobodyReadsTheMessages) {
   for (const Scene& scene : scenes()) {
-    if (scene.without_links) continue;
+    if (scene.without_links) {
+      continue;
+    }
     for (const bool small_files : {false, true}) {
       const SceneSandbox sandbox(scene);
       RunSettings settings;
       settings.before_exec = [small_files] {
         close_reader();
         const rlimit limit = {1000, 1000};
-        if (small_files) ::setrlimit(RLIMIT_FSIZE, &limit);
+        if (small_files) {
+          ::setrlimit(RLIMIT_FSIZE, &limit);
+        }
       };
       const Outcome outcome = sandbox.sandbox().run(scene.arguments(), settings);
       check_scene(scene, sandbox, outcome,
@@ -188,7 +202,9 @@ void check_refused(const Scene& scene, const Rights& rights) {
   settings.as_nobody = true;
   const Outcome outcome = sandbox.run(scene.arguments(), settings);
   ::chmod(directory.c_str(), 0755);
-  if (outcome.status == 127) GTEST_SKIP() << "Other users can't reach the program.";
+  if (outcome.status == 127) {
+    GTEST_SKIP() << "Other users can't reach the program.";
+  }
   EXPECT_EQ(outcome.status, 0);
   EXPECT_NE(outcome.err.find("Error: File " + photo.path), std::string::npos) << outcome.err;
   const Files files = sandbox.files();
@@ -202,7 +218,9 @@ void check_refused(const Scene& scene, const Rights& rights) {
 TEST(Limits, DirectoryOfSomebodyElse) {
   for (const Scene& scene : single_scenes()) {
     check_refused(scene, {.directory = 0555, .photo = 0644});
-    if (::geteuid() != 0) continue;  // what follows needs a file of another user
+    if (::geteuid() != 0) {  // what follows needs a file of another user
+      continue;
+    }
     // Everybody may create files; only the owner may rename or remove them.
     check_refused(scene, {.directory = 01777, .photo = 0644});
     check_refused(scene, {.directory = 01777, .photo = 0666});

@@ -102,7 +102,9 @@ Scene make_scene(bool tiff, bool iptc, bool keep_backup) {
   Scene scene;
   scene.title = std::string(tiff ? "Tiff" : "Jpeg") + (iptc ? "Iptc" : "Exif") +
                 (keep_backup ? "" : "WithoutBackup");
-  if (!keep_backup) scene.options = {"-b"};
+  if (!keep_backup) {
+    scene.options = {"-b"};
+  }
   scene.options.insert(scene.options.end(),
                        {"-a", iptc ? "ip-caption=" + std::string(new_caption) : "artist=x"});
   for (const auto& [path, seed] : {std::pair{"a/photo", 1U}, std::pair{"b/other", 2U}}) {
@@ -117,8 +119,9 @@ std::vector<Scene> make_scenes() {
   std::vector<Scene> all;
   for (const bool tiff : {false, true}) {
     for (const bool iptc : {false, true}) {
-      for (const bool keep_backup : {true, false})
+      for (const bool keep_backup : {true, false}) {
         all.push_back(make_scene(tiff, iptc, keep_backup));
+      }
     }
   }
   Scene walk = make_scene(false, false, false);
@@ -132,11 +135,6 @@ std::vector<Scene> make_scenes() {
   // Every allocation that the heap has no room for asks the kernel for as little as possible.
   attribute.environment = {"GLIBC_TUNABLES=glibc.malloc.top_pad=0:glibc.malloc.tcache_count=0"};
   all.push_back(attribute);
-  // Without hard links the name is missing between the two renames, which is known; the scene shows
-  // what that costs.
-  if (!all_scenes_wanted()) {
-    return all;
-  }
   Scene without_links = make_scene(false, false, true);
   without_links.title = "WithoutLinks";
   without_links.without_links = true;
@@ -149,7 +147,9 @@ bool is_backup_name(const Photo& photo, const std::string& path) {
   const std::size_t dot = photo.path.rfind('.');
   const std::string start = photo.path.substr(0, dot) + "-be";
   const std::string extension = photo.path.substr(dot);
-  if (!path.starts_with(start) || !path.ends_with(extension)) return false;
+  if (!path.starts_with(start) || !path.ends_with(extension)) {
+    return false;
+  }
   const std::string number =
       path.substr(start.size(), path.size() - start.size() - extension.size());
   return number.empty() || (number.front() == '(' && number.back() == ')');
@@ -200,13 +200,17 @@ void check_leftovers(const Scene& scene, const Sandbox& sandbox, const Files& fi
     for (const Photo& photo : scene.photos) {
       is_known |= path == photo.path || is_backup_name(photo, path);
     }
-    if (is_known || is_told(path, outcome)) continue;
+    if (is_known || is_told(path, outcome)) {
+      continue;
+    }
     EXPECT_TRUE(is_temp_name(path) && ++temps <= disturbance.temps) << path << " was left behind";
   }
 }
 
 void check_status(const Outcome& outcome, const Disturbance& disturbance) {
-  if (disturbance.ended_early) return;  // the caller knows by which signal
+  if (disturbance.ended_early) {  // the caller knows by which signal
+    return;
+  }
   // The one failure that ends a run: without its list the run could edit its own files again.
   const bool no_list =
       outcome.status == 255 &&
@@ -222,7 +226,9 @@ bool directory_failed(const Outcome& outcome) {
 
 void check_messages(const Scene& scene, const Photo& photo, const PhotoState& state,
                     const Outcome& outcome, const Disturbance& disturbance) {
-  if (disturbance.ended_early || disturbance.is_silent || outcome.status != 0) return;
+  if (disturbance.ended_early || disturbance.is_silent || outcome.status != 0) {
+    return;
+  }
   if (state.is_new) {
     EXPECT_EQ(outcome.err.find("Error: File " + photo.path), std::string::npos)
         << "an edit that was done is called a failure";
@@ -248,7 +254,9 @@ const std::vector<Scene>& scenes() {
 }
 
 void use_memory_file_system() {
-  if (::access("/dev/shm", W_OK | X_OK) == 0) ::setenv("TMPDIR", "/dev/shm", 0);
+  if (::access("/dev/shm", W_OK | X_OK) == 0) {
+    ::setenv("TMPDIR", "/dev/shm", 0);
+  }
 }
 
 SceneSandbox::SceneSandbox(const Scene& scene) {
@@ -279,9 +287,13 @@ void check_scene(const Scene& scene, const SceneSandbox& sandbox, const Outcome&
     EXPECT_TRUE(state.has_original || (!scene.keeps_backup() && state.is_new))
         << "the original of " << photo.path << " is lost";
     check_messages(scene, photo, state, outcome, disturbance);
-    if (state.is_new || disturbance.ended_early || outcome.status != 0) continue;
+    if (state.is_new || disturbance.ended_early || outcome.status != 0) {
+      continue;
+    }
     EXPECT_FALSE(disturbance.must_succeed) << photo.path << " was not edited";
-    if (disturbance.is_permanent || (scene.is_walk() && directory_failed(outcome))) continue;
+    if (disturbance.is_permanent || (scene.is_walk() && directory_failed(outcome))) {
+      continue;
+    }
     EXPECT_TRUE(i == disturbance.in_work || disturbance.in_work >= scene.photos.size())
         << photo.path << " was not edited, though nothing was wrong with it";
     EXPECT_FALSE(one_failed) << "neither photograph was edited";

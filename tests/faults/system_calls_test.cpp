@@ -38,11 +38,15 @@ class SystemCalls : public testing::TestWithParam<Scene> {
     check_scene(scene(), sandbox, *outcome, {.text = "undisturbed", .must_succeed = true});
     ASSERT_FALSE(HasFailure()) << "The edit itself does not work.";
     calls_ = std::move(calls);
-    if (!all_scenes_wanted()) leave_out_second_photo();
+    if (!all_scenes_wanted()) {
+      leave_out_second_photo();
+    }
   }
 
   void TearDown() override {
-    if (tried_ > 0) std::printf("%s: %zu points were tried\n", scene().title.c_str(), tried_);
+    if (tried_ > 0) {
+      std::printf("%s: %zu points were tried\n", scene().title.c_str(), tried_);
+    }
   }
 
   [[nodiscard]] static const Scene& scene() { return GetParam(); }
@@ -50,15 +54,21 @@ class SystemCalls : public testing::TestWithParam<Scene> {
   /// What the file system of the scene answers, whatever the test does.
   [[nodiscard]] static Meddling missing_link(const SystemCall& call) {
     const std::string_view name = call.row->name;
-    if (!scene().without_links || (name != "link" && name != "linkat")) return {};
+    if (!scene().without_links || (name != "link" && name != "linkat")) {
+      return {};
+    }
     return {.deed = Meddling::Deed::fail, .number = EPERM};
   }
 
   /// The second photograph sees the same calls; it shows whether the run goes on.
   void leave_out_second_photo() {
-    if (scene().is_walk()) return;
+    if (scene().is_walk()) {
+      return;
+    }
     std::size_t end = 0;
-    while (end < calls_.size() && in_work(end) != 1) ++end;
+    while (end < calls_.size() && in_work(end) != 1) {
+      ++end;
+    }
     calls_.resize(end);
   }
 
@@ -67,7 +77,9 @@ class SystemCalls : public testing::TestWithParam<Scene> {
     std::size_t last = scene().photos.size();
     for (std::size_t i = 0; i <= index; ++i) {
       for (std::size_t k = 0; k < scene().photos.size(); ++k) {
-        if (calls_[i].path.ends_with(scene().photos[k].name())) last = k;
+        if (calls_[i].path.ends_with(scene().photos[k].name())) {
+          last = k;
+        }
       }
     }
     return last;
@@ -95,7 +107,9 @@ class SystemCalls : public testing::TestWithParam<Scene> {
     disturbance.is_permanent = from_then_on;
     // What can't be removed stays.
     const bool is_removal = std::string_view(call.row->name).starts_with("unlink");
-    if (from_then_on && is_removal) disturbance.temps = scene().photos.size();
+    if (from_then_on && is_removal) {
+      disturbance.temps = scene().photos.size();
+    }
     disturbance.in_work = in_work(call.index);
     check_scene(scene(), sandbox, *outcome, disturbance);
     EXPECT_TRUE(!disturbance.ended_early || outcome->status == -meddling.number)
@@ -105,8 +119,12 @@ class SystemCalls : public testing::TestWithParam<Scene> {
   void fail_each(bool from_then_on) {
     for (const SystemCall& call : calls_) {
       for (const int error : call.row->errors) {
-        if (error == 0) break;
-        if (error == EINTR && from_then_on) continue;  // no signal comes at every call
+        if (error == 0) {
+          break;
+        }
+        if (error == EINTR && from_then_on) {  // no signal comes at every call
+          continue;
+        }
         disturb(call, {.deed = Meddling::Deed::fail, .number = error}, from_then_on,
                 {.text = call.text() + (from_then_on ? " and later fail: " : " fails: ") +
                          std::strerror(error),
@@ -130,8 +148,12 @@ class SystemCalls : public testing::TestWithParam<Scene> {
   /// a name that can have no second link is renamed.
   [[nodiscard]] static bool is_harmless(const SystemCall& call, int error) {
     const std::string_view name = call.row->name;
-    if (name == "copy_file_range") return true;
-    if (name == "link") return error == EPERM || error == EMLINK || error == EXDEV;
+    if (name == "copy_file_range") {
+      return true;
+    }
+    if (name == "link") {
+      return error == EPERM || error == EMLINK || error == EXDEV;
+    }
     const bool opens_directory = name == "openat" && (call.arguments[2] & O_DIRECTORY) != 0;
     return error == EINTR && name != "close" && name != "fsync" && !opens_directory;
   }
@@ -146,7 +168,9 @@ TEST_P(SystemCalls, FailFromThenOn) { fail_each(true); }
 
 TEST_P(SystemCalls, MoveFewerBytes) {
   for (const SystemCall& call : calls_) {
-    if (call.row->length_argument < 0) continue;
+    if (call.row->length_argument < 0) {
+      continue;
+    }
     for (const bool from_then_on : {false, true}) {
       disturb(call, {.deed = Meddling::Deed::shorten}, from_then_on,
               {.text = call.text() + (from_then_on ? " and later" : "") + " cut short",
@@ -177,7 +201,9 @@ TEST_P(SystemCalls, StoreBeforeTheyReplace) {
     } else if (name == "unlink" && is_backup) {
       EXPECT_TRUE(directory_stored) << call.text();
     }
-    if (scene().is_walk() && name == "chdir") stored = taken = directory_stored = false;
+    if (scene().is_walk() && name == "chdir") {
+      stored = taken = directory_stored = false;
+    }
   }
 }
 

@@ -66,17 +66,25 @@ constexpr int not_traceable = 125;
 std::string text_at(pid_t process, std::uint64_t address) {
   std::array<char, 256> text{};
   const iovec here = {text.data(), text.size() - 1};
+  // An address in the other process.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast,performance-no-int-to-ptr)
   const iovec there = {reinterpret_cast<void*>(address), text.size() - 1};
-  if (::process_vm_readv(process, &here, 1, &there, 1, 0) >= 0) return text.data();
+  if (::process_vm_readv(process, &here, 1, &there, 1, 0) >= 0) {
+    return text.data();
+  }
   // Near the end of a mapping fewer bytes can be read: word by word then.
   std::string slowly;
   for (std::uint64_t at = address;; at += sizeof(long)) {
     errno = 0;
     const long word = ::ptrace(PTRACE_PEEKDATA, process, at, nullptr);
-    if (errno != 0) return slowly;
+    if (errno != 0) {
+      return slowly;
+    }
     for (std::size_t i = 0; i < sizeof word; ++i) {
       const char c = static_cast<char>(static_cast<std::uint64_t>(word) >> 8 * i);
-      if (c == '\0') return slowly;
+      if (c == '\0') {
+        return slowly;
+      }
       slowly += c;
     }
   }
@@ -148,8 +156,12 @@ struct Streams {
   const rlimit limit = {5, 5};
   ::setrlimit(RLIMIT_CPU, &limit);
   ::personality(ADDR_NO_RANDOMIZE);
-  if (::chdir(sandbox.path("").c_str()) != 0) ::_exit(126);
-  if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) ::_exit(not_traceable);
+  if (::chdir(sandbox.path("").c_str()) != 0) {
+    ::_exit(126);
+  }
+  if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
+    ::_exit(not_traceable);
+  }
   ::execve(TAGMEND_PROGRAM, arguments.data(), environment.data());
   ::_exit(127);
 }
@@ -173,14 +185,18 @@ struct Watch {
   bool see_entry(const __ptrace_syscall_info& info) {
     SystemCall call;
     call.row = find_failing_call(info.entry.nr);
-    if (call.row == nullptr) return true;
+    if (call.row == nullptr) {
+      return true;
+    }
     in_brk = call.row->number == SYS_brk;
     std::copy_n(std::begin(info.entry.args), call.arguments.size(), call.arguments.begin());
     if (const int place = call.row->path_argument; place >= 0) {
       call.path = text_at(process, call.arguments.at(static_cast<std::size_t>(place)));
     }
     note_start(call);
-    if (!started) return true;
+    if (!started) {
+      return true;
+    }
     call.index = count++;
     const Meddling meddling = meddler(call);
     done = meddling.is_last;
@@ -189,9 +205,15 @@ struct Watch {
 
   bool see_stop() {
     __ptrace_syscall_info info{};
-    if (::ptrace(PTRACE_GET_SYSCALL_INFO, process, sizeof info, &info) <= 0) return false;
-    if (info.op == PTRACE_SYSCALL_INFO_EXIT && in_brk) heap_end = info.exit.rval;
-    if (info.op == PTRACE_SYSCALL_INFO_EXIT) in_brk = false;
+    if (::ptrace(PTRACE_GET_SYSCALL_INFO, process, sizeof info, &info) <= 0) {
+      return false;
+    }
+    if (info.op == PTRACE_SYSCALL_INFO_EXIT && in_brk) {
+      heap_end = info.exit.rval;
+    }
+    if (info.op == PTRACE_SYSCALL_INFO_EXIT) {
+      in_brk = false;
+    }
     return info.op != PTRACE_SYSCALL_INFO_ENTRY || see_entry(info);
   }
 
@@ -201,19 +223,29 @@ struct Watch {
     int signal_number = 0;
     for (;;) {
       const auto request = done ? PTRACE_DETACH : PTRACE_SYSCALL;
-      if (::ptrace(request, process, nullptr, signal_number) != 0 && errno != ESRCH) return {};
+      if (::ptrace(request, process, nullptr, signal_number) != 0 && errno != ESRCH) {
+        return {};
+      }
       int status = 0;
-      if (::waitpid(process, &status, 0) != process) return {};
-      if (!WIFSTOPPED(status)) return status;
+      if (::waitpid(process, &status, 0) != process) {
+        return {};
+      }
+      if (!WIFSTOPPED(status)) {
+        return status;
+      }
       signal_number = WSTOPSIG(status) == call_stop ? 0 : WSTOPSIG(status);
-      if (signal_number == 0 && !see_stop()) return {};
+      if (signal_number == 0 && !see_stop()) {
+        return {};
+      }
     }
   }
 };
 
 std::optional<int> trace(pid_t process, const Meddler& meddler) {
   int status = 0;
-  if (::waitpid(process, &status, 0) != process || !WIFSTOPPED(status)) return {};
+  if (::waitpid(process, &status, 0) != process || !WIFSTOPPED(status)) {
+    return {};
+  }
   std::optional<int> end;
   if (::ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL) ==
       0) {
@@ -272,12 +304,16 @@ std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments
   const Streams streams;
   Outcome outcome;
   outcome.pid = ::fork();
-  if (outcome.pid == 0) become_program(sandbox, streams, argument_list, environment_list);
+  if (outcome.pid == 0) {
+    become_program(sandbox, streams, argument_list, environment_list);
+  }
   const std::optional<int> status = trace(outcome.pid, meddler);
   ::close(streams.in);
   outcome.out = run_details::drained(streams.out);
   outcome.err = run_details::drained(streams.err);
-  if (!status) return {};
+  if (!status) {
+    return {};
+  }
   outcome.status = WIFEXITED(*status) ? WEXITSTATUS(*status) : -WTERMSIG(*status);
   return outcome;
 }

@@ -37,7 +37,7 @@ struct TemporaryFile {
 /// Collects what the program prints on standard error.
 struct Messages {
   Messages() { testing::internal::CaptureStderr(); }
-  static std::string text() { return testing::internal::GetCapturedStderr(); }
+  [[nodiscard]] std::string text() const { return testing::internal::GetCapturedStderr(); }
 };
 
 /// "resource record:dataset nickname [text] position+length name", one entry a line.

@@ -158,10 +158,13 @@ TEST_F(DecodeTest, ValueMap) {
       decode_value_map(stored, def, layout, text);
     });
   };
-  EXPECT_EQ(mapped("file-src", {0, 7, 1, hex("03"), MM, ""}, 0), "Digital Still Camera");
+  for (const std::uint16_t type : std::to_array<std::uint16_t>({1, 2, 6, 7})) {
+    EXPECT_EQ(mapped("file-src", {0, type, 1, hex("03"), MM, ""}, 0), "Digital Still Camera");
+  }
   EXPECT_EQ(mapped("file-src", {0, 7, 1, hex("07"), MM, ""}, 0), "7");
   EXPECT_EQ(mapped("main-comp", {0, 3, 1, hex("0600"), II, ""}, 0), "JPEG Compression");
   EXPECT_EQ(mapped("main-comp", {0, 4, 1, hex("FFFFFFFF"), II, ""}, 0), "-1");
+  EXPECT_EQ(mapped("main-comp", {0, 9, 1, hex("06000000"), II, ""}, 0), "JPEG Compression");
   EXPECT_EQ(mapped("n2-saturation", {0, 8, 1, hex("FFFE"), MM, ""}, 27), "-2");
   // Entries of one layout: that of the file, or any for 34.
   EXPECT_EQ(mapped("cs-rec-mode", {0, 3, 1, hex("0007"), MM, ""}, 14), "Panorama");
@@ -203,10 +206,14 @@ TEST_F(DecodeTest, Standard) {
                      {0x829D, 5, 1, hex("0000001C 0000000A"), MM, "2.8"},
                      {0x4747, 1, 6, xp, II, "Aé"},
                      {0x9C9B, 1, 6, xp, MM, "Aé"},
+                     {0x9C9C, 1, 6, xp, II, "Aé"},
+                     {0x9C9D, 1, 6, xp, II, "Aé"},
+                     {0x9C9E, 1, 6, xp, II, "Aé"},
                      {0x9C9F, 1, 2, hex("4100"), MM, "A"},
                      {0x9201, 10, 1, hex("00000007 00000001"), MM, "1/128"},
                      {0x9201, 10, 1, hex("00000000 00000001"), MM, "1/1"},
                      {0x9201, 10, 1, hex("00000006 0000000A"), MM, "1/2"},  // -0.4 rounds to 0
+                     {0x9201, 10, 1, hex("00000007 00000002"), MM, "1/8"},  // 2.5 rounds to even
                      {0x9201, 10, 1, hex("FFFFFFFE 00000001"), MM, "4"},
                      {0x9201, 5, 1, hex("FFFFFFFE 00000001"), MM, "4"},
                      {0x9201, 10, 1, hex("7FFFFFFF 00000001"), MM, "1/1073741824"},
@@ -307,6 +314,7 @@ TEST_F(DecodeTest, MakersWithFewRules) {
                                   {0x06, 4, 1, hex("00000007"), MM, "7"}});
   expect_of_kind(IfdKind::nikon3, {{0x0E, 7, 4, hex("06 010C00"), MM, "0.50"},
                                    {0x0E, 7, 4, hex("F9 010C00"), MM, "-0.50"},
+                                   {0x0E, 7, 4, hex("7F 010C00"), MM, "10.58"},
                                    {0x0E, 7, 4, hex("80 010C00"), MM, "-10.58"}});
   expect_of_kind(IfdKind::epson, {{0x0209, 7, 4, bytes_of("PHOTO PC"), II, "PHOT"},
                                   {0x0F00, 7, 2, hex("0102"), II, "0102"}});

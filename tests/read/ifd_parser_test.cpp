@@ -64,7 +64,7 @@ TEST(IfdParser, EveryIfdGetsItsKindLevelAndSequence) {
     EXPECT_EQ(reading.errors, "");
     EXPECT_FALSE(reading.image->incomplete);
     EXPECT_EQ(reading.image->big_endian, big_endian);
-    for (std::uint16_t i = 0; i < reading.image->field_count; ++i) {
+    for (std::uint32_t i = 0; i < reading.image->field_count; ++i) {
       const FieldEntry& entry = reading.image->fields[i];
       EXPECT_EQ(entry.index, i);
       EXPECT_EQ(entry.ifd.big_endian, big_endian);

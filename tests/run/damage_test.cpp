@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "common/container_files.h"
 #include "common/image_builder.h"
+#include "common/maker_cameras.h"
 #include "common/run_tagmend.h"
-#include "run/container_files.h"
-#include "run/maker_cameras.h"
 
 namespace tagmend::test {
 namespace {

@@ -8,8 +8,9 @@
 
 #include "common/edit_case.h"
 #include "common/image_builder.h"
+#include "common/maker_cameras.h"
 #include "common/run_tagmend.h"
-#include "run/maker_cameras.h"
+#include "run/shown_fields.h"
 
 namespace tagmend::test {
 namespace {

@@ -183,6 +183,8 @@ TEST(TiffEdit, ImageDataThatCannotMoveIsRefused) {
       const Sandbox sandbox(files);
       expect_outcome(sandbox.run({"-b", "-a", "artist=x", "photo.tif"}), 0, "",
                      "Error: File photo.tif: Editing of this file type not supported\n");
+      expect_outcome(sandbox.run({"-b", "-a", "artist=x", "."}), 0, "",
+                     "Error: Can't extract EXIF fields: Editing of this file type not supported\n");
       expect_files(sandbox, files);
     }
   }

@@ -75,6 +75,10 @@ EXIV2_KEYS_LEFT_OUT = {"ExifTag", "GPSTag", "InteroperabilityTag", "JPEGIntercha
                        "StripOffsets", "MakerNote", "Offset", "ByteOrder", "PreviewImageStart",
                        "SubIFDs"}
 EXIV2_STANDARD_GROUPS = {"Image", "Photo", "GPSInfo", "Iop", "Thumbnail", "SubImage", "SubThumb"}
+# A note that has no layout in the maker table is carried over as it is, and what its offsets lead to
+# has moved. A file that ends within its note holds more bytes behind the note after an edit.
+MAKER_TAGS_LEFT_OUT = {"Sanyo:DataDump", "Sanyo:DigitalZoom", "Sanyo:SpecialMode",
+                       "Panasonic:DataDump"}
 
 
 def samples():
@@ -244,10 +248,11 @@ def run_step(program, path, step, iptc):
     problems += changes(tags, tags_after, set(wanted) | COMPANIONS)
     problems += ["exiv2 " + change for change in
                  changes(keys, keys_after, set(wanted_keys) | COMPANIONS)]
-    maker_changes = changes(maker, maker_after, set()) + changes(maker_keys, maker_keys_after, set())
-    notes = problems + [f"maker note: {change}" for change in maker_changes]
-    notes += [f"says: {line}" for line in said.splitlines()]
-    return "DIFFERS" if problems else "maker" if maker_changes else "ok*" if said else "ok", notes
+    problems += ["maker note: " + change for change in
+                 changes(maker, maker_after, MAKER_TAGS_LEFT_OUT) +
+                 changes(maker_keys, maker_keys_after, set())]
+    notes = problems + [f"says: {line}" for line in said.splitlines()]
+    return "DIFFERS" if problems else "ok*" if said else "ok", notes
 
 
 def check_steps(program, steps):

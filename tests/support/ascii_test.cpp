@@ -18,7 +18,7 @@ TEST(Ascii, HexadecimalDigits) {
   for (int code = 0; code < 256; ++code) {
     const auto c = static_cast<char>(code);
     const std::size_t place = digits.find(to_lower(c));
-    EXPECT_EQ(hex_digit_value(c), place == digits.npos ? no_hex_digit : place) << code;
+    EXPECT_EQ(hex_digit_value(c), place == std::string_view::npos ? no_hex_digit : place) << code;
   }
 }
 

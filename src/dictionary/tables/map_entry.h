@@ -18,7 +18,7 @@ inline constexpr std::uint8_t stored_bytes[] = {values...};
 template <std::uint8_t... values>
 constexpr ValueMapBytesEntry bytes(const char* description, const char* nickname,
                                    const char* short_code) {
-  return {0, stored_bytes<values...>, sizeof...(values), description, nickname, short_code};
+  return {0, sizeof...(values), stored_bytes<values...>, description, nickname, short_code};
 }
 
 /// Either form of value map, or none.

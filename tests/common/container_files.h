@@ -34,9 +34,8 @@ inline Bytes mrw_file(const Bytes& blocks) {
 
 /// A Canon CRW file. The signature tells where the heap begins; the meta data block lies 40 bytes
 /// behind that, and the last records of the file tell its place and that of the thumbnail.
-inline Bytes crw_file(const Bytes& block, bool big_endian) {
+inline Bytes crw_file(const Bytes& block, bool big_endian, std::uint32_t heap = 0x1A) {
   constexpr std::uint32_t block_at = 40;
-  const std::uint32_t heap = big_endian ? 0x00100000 : 0x1A;
   Bytes file = bytes_of(big_endian ? "MM" : "II");
   put(file, 2, heap, 4, big_endian);
   put(file, 6, bytes_of("HEAPCCDR"));

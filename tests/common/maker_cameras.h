@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "common/edit_case.h"
+#include "common/camera.h"
 #include "common/image_builder.h"
 #include "dictionary/field_def.h"
 
@@ -358,36 +358,6 @@ inline Bytes source_photo(bool big_file, const Chain& chain) {
 }
 inline Bytes written_photo(bool big_file, const Chain& chain) {
   return jpeg({app0_jfif(), written_exif(big_file, chain), app2_icc(), picture()});
-}
-
-// ---- What is shown of them ----
-
-inline Texts lines_of(const std::string& text) {
-  Texts lines;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    lines.push_back(text.substr(at, end - at));
-    at = end + 1;
-  }
-  return lines;
-}
-
-/// The lines that the program shows for a file.
-inline Texts shown(const Bytes& file, const std::string& name) {
-  const Sandbox sandbox({{name, file}});
-  RunSettings settings;
-  settings.program = TAGDUMP_PROGRAM;
-  const Outcome outcome = sandbox.run({name}, settings);
-  expect_outcome(outcome, 0, outcome.out, "");
-  return lines_of(outcome.out);
-}
-
-/// The lines of a note's fields: the elements of an array, then the array.
-inline void append_lines(Texts& lines, const std::vector<NoteField>& fields) {
-  for (const NoteField& field : fields) {
-    lines.insert(lines.end(), field.elements.begin(), field.elements.end());
-    lines.push_back(std::string(field.def->nickname) + "=" + field.shown);
-  }
 }
 
 }  // namespace tagmend::test
