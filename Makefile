@@ -3,7 +3,9 @@
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all try check sanitize clang format format-check bench install clean
+FUZZ_SECONDS ?= 60
+
+.PHONY: all try check sanitize fuzz clang format format-check bench install clean
 .PHONY: build-tools test-tools clang-tools format-tools bench-tools
 
 all: build-tools
@@ -19,20 +21,25 @@ check: build-tools test-tools
 	tools/try.sh build-dev
 	ctest --preset dev --parallel $(JOBS)
 
-sanitize: build-tools test-tools
+sanitize: build-tools test-tools clang-tools
 	cmake --preset sanitize
 	cmake --build --preset sanitize --parallel $(JOBS)
 	ctest --preset sanitize --parallel $(JOBS)
+
+fuzz: build-tools test-tools clang-tools
+	cmake --preset sanitize
+	cmake --build --preset fuzz --parallel $(JOBS)
+	fuzz/run.sh build-sanitize $(FUZZ_SECONDS)
 
 clang: build-tools test-tools clang-tools
 	cmake --preset clang
 	cmake --build --preset clang --parallel $(JOBS)
 
 format: format-tools
-	find src tests tools -name '*.h' -o -name '*.cpp' | xargs clang-format-14 -i
+	find src tests tools fuzz -name '*.h' -o -name '*.cpp' | xargs clang-format-14 -i
 
 format-check: format-tools
-	find src tests tools -name '*.h' -o -name '*.cpp' | xargs clang-format-14 --dry-run --Werror
+	find src tests tools fuzz -name '*.h' -o -name '*.cpp' | xargs clang-format-14 --dry-run --Werror
 
 bench: all bench-tools
 	tests/bench/bench.sh build/tagmend
@@ -50,7 +57,8 @@ test-tools:
 	@tools/install-missing.sh /usr/include/gtest/gtest.h:libgtest-dev
 
 clang-tools:
-	@tools/install-missing.sh clang++:clang
+	@tools/install-missing.sh clang++:clang \
+	  '/usr/lib/llvm-14/lib/clang/*/lib/linux/libclang_rt.fuzzer-*.a:libclang-rt-14-dev'
 
 format-tools:
 	@tools/install-missing.sh clang-format-14:clang-format-14
@@ -64,26 +72,27 @@ package: all
 	@tools/install-missing.sh dpkg-shlibdeps:dpkg-dev
 	cd build && cpack
 
-# Static checks, and the whole runs under valgrind.
+# Static checks, and the whole runs under valgrind: both take the files or tests named, or all.
 .PHONY: tidy cppcheck valgrind tidy-tools cppcheck-tools valgrind-tools
-TIDY_FILES ?= (src|tools|tests)/
+TIDY_FILES ?= (src|tools|tests|fuzz)/
+VALGRIND_TESTS ?= *
 
 tidy: build-tools test-tools clang-tools tidy-tools
-	cmake --preset clang
-	run-clang-tidy-14 -quiet -p build-clang -j $(JOBS) '^$(CURDIR)/$(TIDY_FILES)'
+	cmake --preset sanitize
+	run-clang-tidy-14 -quiet -p build-sanitize -j $(JOBS) '^$(CURDIR)/$(TIDY_FILES)'
 
 # Tests are read with cppcheck's own description of GoogleTest in place of its headers.
 cppcheck: cppcheck-tools
 	cppcheck --quiet --error-exitcode=1 --inline-suppr -j $(JOBS) \
 	  --std=c++20 --language=c++ --library=googletest --enable=warning,performance,portability \
 	  -D'TAGMEND_PROGRAM="tagmend"' -D'TAGMEND_SOURCES="src"' -D'TAGMEND_DOCS="docs"' \
-	  -I src -I tests src tools tests
+	  -I src -I tests src tools tests fuzz
 
 # Any error that valgrind finds in a run gives it a status that no test expects.
 valgrind: build-tools test-tools valgrind-tools
 	cmake --preset dev
 	cmake --build --preset dev --parallel $(JOBS) --target test_run
-	TAGMEND_RUN_PREFIX='valgrind --quiet --leak-check=full --show-leak-kinds=all --track-fds=no --error-exitcode=99' \
+	TAGMEND_RUN_PREFIX='valgrind --quiet --leak-check=full --show-leak-kinds=all --error-exitcode=99 --suppressions=$(CURDIR)/tests/run/valgrind.supp' \
 	  build-dev/tests/test_run --gtest_brief=1 --gtest_filter='$(VALGRIND_TESTS)'
 
 tidy-tools:

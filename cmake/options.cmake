@@ -14,9 +14,9 @@ if(TAGMEND_FUZZ)
   target_compile_options(tagmend_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-if(TAGMEND_SANITIZE OR TAGMEND_FUZZ)
+if(TAGMEND_SANITIZE)
   target_compile_options(tagmend_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1 -O1)
   target_link_options(tagmend_options INTERFACE -fsanitize=address,undefined)
 else()
   # Fewer shared libraries to load make a run over single files quicker to start.

@@ -26,7 +26,7 @@ using namespace std::string_view_literals;
 const std::vector<std::string> lists = {
     "artist=x,gps-latitude=1 2 3,comment=[make]",
     "date-taken=\"2004:05:01 10:20:30\", f-number=2.8\nexp-time=1/60",
-    "ip-keyword=one;two;\"three; four\",ip-caption=\"it's \\\"so\\\"\"",
+    R"(ip-keyword=one;two;"three; four",ip-caption="it's \"so\"")",
     "a==1,,b=,=5,c d=\"open",
     "model, th-*, gps-*",
 };

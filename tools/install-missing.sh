@@ -1,13 +1,14 @@
 #!/bin/sh
 # Installs Debian packages for what this machine lacks. Each argument is what:package, where `what` is
-# a command or, when it begins with "/", a file.
+# a command or, when it begins with "/", a file (a pattern: any such file).
 set -eu
 
 missing=
 for pair in "$@"; do
   what=${pair%%:*}
   case $what in
-    /*) [ -e "$what" ] && continue ;;
+    # shellcheck disable=SC2086  # the pattern is to expand
+    /*) for file in $what; do [ -e "$file" ] && continue 2; done ;;
     *) command -v "$what" >/dev/null 2>&1 && continue ;;
   esac
   missing="$missing ${pair#*:}"

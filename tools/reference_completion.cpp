@@ -105,7 +105,7 @@ const char* zsh_action(char letter) {
     case 'r':
       return " _tagmend_list removable";
     case 'e':
-      return "((e\\:EXIF f\\:Flashpix i\\:IPTC a\\:all))";
+      return R"(((e\:EXIF f\:Flashpix i\:IPTC a\:all)))";
     case 'p':
       return " _tagmend_charsets";
     default:
@@ -120,7 +120,7 @@ const char* fish_action(char letter) {
     case 'r':
       return "(__tagmend_list removable)";
     case 'e':
-      return "e\\tEXIF f\\tFlashpix i\\tIPTC a\\tall";
+      return R"(e\tEXIF f\tFlashpix i\tIPTC a\tall)";
     case 'p':
       return "(__tagmend_charsets)";
     default:

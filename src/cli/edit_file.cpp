@@ -74,9 +74,7 @@ ErrorCode load_file(std::string_view directory, const char* name, Session& sessi
 
 ErrorCode edit_file(const char* name, CreatedFileList* created, Session& session) {
   restore_edit_lists(session);
-  if (session.image.field_count == 0) {
-    init_minimal_exif(session.image);
-  }
+  init_minimal_exif(session.image);
   ErrorCode code = edit_iptc(name, session);
   if (code == ErrorCode::ok) {
     code = edit_exif(session);

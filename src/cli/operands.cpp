@@ -18,7 +18,9 @@
 namespace tagmend {
 namespace {
 
+/// getcwd's text comes from malloc.
 struct FreeText {
+  // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
   void operator()(char* text) const { std::free(text); }
 };
 

@@ -139,6 +139,7 @@ constexpr bool only_the_last_row_ends() {
   }
   return true;
 }
+static_assert(std::size(kind_resolution_table) == 55);
 static_assert(only_the_last_row_ends());
 static_assert(ifd_kind_names.back() != nullptr);
 

@@ -7,6 +7,7 @@
 
 namespace tagmend {
 
+/// Codes stay what they are: a new kind comes last.
 enum class IfdKind : std::uint16_t {
   camera = 0,  ///< IFD0, the primary image
   camera_embedded = 1,
@@ -50,7 +51,7 @@ enum class IfdKind : std::uint16_t {
   ricoh_custom = 39,
   unknown = 40,
 };
-inline constexpr std::size_t ifd_kind_count = static_cast<std::size_t>(IfdKind::unknown) + 1;
+inline constexpr std::size_t ifd_kind_count = 41;
 
 /// Display names by code; trailing blanks are part of them.
 extern const std::array<const char*, ifd_kind_count> ifd_kind_names;

@@ -1,5 +1,6 @@
 #include "encode/charset_option.h"
 
+#include <algorithm>
 #include <string>
 
 #include "encode/field_list.h"
@@ -18,10 +19,10 @@ struct CharsetChoice {
   bool is_set = false;  ///< by an earlier item of the same argument
 };
 
+// Up to the end of the text: what stands behind its NUL has never been written.
 void to_upper_case(std::span<char> text) {
-  for (char& c : text) {
-    c = to_upper(c);
-  }
+  const auto end = std::ranges::find(text, '\0');
+  std::transform(text.begin(), end, text.begin(), to_upper);
 }
 
 CharsetChoice* find_choice(std::span<CharsetChoice> choices, std::string_view name) {

@@ -173,10 +173,20 @@ ErrorCode add_datasets(IptcStore& store, const ByteCursor& data, std::string_vie
   return decode_datasets(store, data, name);
 }
 
-/// Datasets that are left out will be gone once those of the store are written in their place.
-void pass_over_datasets(IptcStore& store, const ByteCursor& data) {
-  const bool repeated = hash_of_datasets(data.rest()) == store.datasets_hash;
-  store.incomplete = store.incomplete || !repeated;
+/// Whether these are the datasets that have been read before.
+bool is_repetition(const IptcStore& store, const ByteCursor& data) {
+  return hash_of_datasets(data.rest()) == store.datasets_hash;
+}
+
+/// Datasets that are left out will be gone once those of the store are written in their place, in a
+/// block of this name.
+void pass_over_datasets(IptcStore& store, const ByteCursor& data, std::string_view name) {
+  store.incomplete = store.incomplete || !is_repetition(store, data);
+  for (IptcEntry& entry : store.list()) {
+    if (entry.resource == resource_iptc) {
+      set_resource_name(entry, name);
+    }
+  }
 }
 
 ErrorCode add_resource(ReadContext& context, const ResourceBlock& block, bool decode_iptc) {
@@ -186,7 +196,7 @@ ErrorCode add_resource(ReadContext& context, const ResourceBlock& block, bool de
       if (decode_iptc) {
         return add_datasets(context.iptc, block.data, block.name);
       }
-      pass_over_datasets(context.iptc, block.data);
+      pass_over_datasets(context.iptc, block.data, block.name);
       return ErrorCode::ok;
     case resource_copyright_flag:
       return add_copyright_flag(context.iptc, block);
@@ -304,11 +314,12 @@ ErrorCode read_app13(ReadContext& context, MFILE& file, std::uint32_t length) {
 void read_iptc_value(ReadContext& context, const ByteCursor& value, std::uint64_t length) {
   WorkBuffer buffer;
   const ByteCursor whole = whole_value(context, value, length, buffer);
-  if (!holds_datasets(context.iptc)) {
-    static_cast<void>(add_datasets(context.iptc, whole, ""));
-  } else {
-    pass_over_datasets(context.iptc, whole);
+  IptcStore& store = context.iptc;
+  if (holds_datasets(store)) {
+    store.incomplete = store.incomplete || !is_repetition(store, whole);
+    return;
   }
+  static_cast<void>(add_datasets(store, whole, ""));
 }
 
 void read_photoshop_value(ReadContext& context, const ByteCursor& value, std::uint64_t length) {

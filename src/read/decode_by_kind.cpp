@@ -72,8 +72,8 @@ static_assert(std::size(kind_decoders) == ifd_kind_count, "every kind has a deco
 void decode_by_kind(const StoredValue& value, const FieldEntry& entry, TextBuffer& text,
                     ReadContext& context) {
   const auto kind = static_cast<std::size_t>(entry.kind);
-  kind_decoders[kind < std::size(kind_decoders) ? kind : std::size(kind_decoders) - 1](
-      value, entry, text, context);
+  const auto unknown = static_cast<std::size_t>(IfdKind::unknown);
+  kind_decoders[kind < std::size(kind_decoders) ? kind : unknown](value, entry, text, context);
 }
 
 }  // namespace tagmend

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "read/ifd_value.h"
+#include "read/image_data_tags.h"
 #include "read/maker_note.h"
 #include "read/tiff_header.h"
 #include "support/message.h"
@@ -238,6 +239,11 @@ ErrorCode read_nested_ifd(const IfdChain& chain, const StoredEntry& entry, ReadC
   return result_of_chain(enter_nested(chain, entry, cursor, offset, context), context.image);
 }
 
+// Whether the IFDs of a chain may describe images: pages and sub-images.
+bool may_hold_images(std::uint16_t level, std::uint32_t parent) {
+  return level == 0 || parent == tag_sub_ifd;
+}
+
 ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
   StoredEntry entry = read_stored_entry(chain);
   if (!is_stored_type(entry.type)) {
@@ -245,6 +251,8 @@ ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
           context.image.file_name.data(), entry.tag, entry.type);
     ++chain.format_errors;
     context.image.incomplete = true;
+    context.image.images_unread |=
+        may_hold_images(chain.level, chain.parent) && locates_image_data(entry.tag);
     return ErrorCode::ok;
   }
   if (is_pointer(entry, context.image)) {
@@ -321,7 +329,7 @@ std::optional<ErrorCode> read_chain(ByteCursor cursor, const ChainStart& start,
     print_error("Error: (%s) Too many format errors detected, EXIF data may be incomplete\n",
                 image.file_name.data());
   }
-  image.images_unread |= !chain.ended && (start.level == 0 || start.parent == tag_sub_ifd);
+  image.images_unread |= !chain.ended && may_hold_images(start.level, start.parent);
   if (result) {
     image.incomplete |= *result != ErrorCode::ok || chain.cursor.error_count != 0 ||
                         all_errors(chain) > max_format_errors;

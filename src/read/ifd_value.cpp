@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "read/decode.h"
+#include "read/image_data_tags.h"
 #include "read/maker_note.h"
 #include "support/message.h"
 #include "support/settings.h"
@@ -18,8 +19,6 @@ namespace {
 
 constexpr std::uint32_t tag_make = 0x010F;
 constexpr std::uint32_t tag_model = 0x0110;
-constexpr std::uint32_t tag_thumbnail_offset = 0x0201;
-constexpr std::uint32_t tag_thumbnail_length = 0x0202;
 constexpr std::uint32_t tag_iptc = 0x83BB;
 constexpr std::uint32_t tag_photoshop = 0x8649;
 
@@ -128,10 +127,10 @@ void note_landmark(ImageFile& image, const FieldEntry& entry) {
   const std::string_view text = entry.text.data();
   if (entry.tag == tag_model) {
     choose_maker(image, text);
-  } else if (entry.tag == tag_thumbnail_offset && may_hold_thumbnail(entry.kind)) {
+  } else if (entry.tag == jpeg_stream_pair.offsets_tag && may_hold_thumbnail(entry.kind)) {
     image.thumbnail_offset =
         static_cast<std::uint32_t>(entry.ifd.source_base) + leading_number(text);
-  } else if (entry.tag == tag_thumbnail_length && may_hold_thumbnail(entry.kind)) {
+  } else if (entry.tag == jpeg_stream_pair.lengths_tag && may_hold_thumbnail(entry.kind)) {
     image.thumbnail_length = leading_number(text);
   }
 }
@@ -178,6 +177,9 @@ ErrorCode read_value(IfdChain& chain, StoredEntry& stored, ReadContext& context)
   entry.tag = stored.tag;
   entry.def = stored.def;
   entry.value_pos = cursor_tell(stored.value);
+  // What follows the metadata is no part of the value, and stays behind when the value moves.
+  const std::int64_t end = std::int64_t{entry.value_pos} + static_cast<std::int64_t>(stored.size());
+  image.incomplete |= image.metadata_end != 0 && end > image.metadata_end;
   entry.type = stored.type;
   entry.count = stored.count;
   entry.raw = stored.raw;

@@ -41,6 +41,7 @@ void reset_image_file(ImageFile& image) {
   image.image_height = 0;
   image.ifd_count = 0;
   image.tiff_header_pos = 0;
+  image.metadata_end = 0;
   image.incomplete = false;
   image.read_failed = false;
   image.images_unread = false;

@@ -127,9 +127,10 @@ struct ImageFile {
   std::uint32_t image_height = 0;
   std::uint16_t ifd_count = 0;       ///< IFDs read so far; gives IfdPlace::id
   std::int64_t tiff_header_pos = 0;  ///< file offset of the TIFF header
+  std::int64_t metadata_end = 0;     ///< file offset behind the Exif segment, or of a TIFF's end
   bool incomplete = false;           ///< metadata was met that could not be read whole
   bool read_failed = false;          ///< the system could not read the file; not to be edited
-  bool images_unread = false;        ///< IFDs of images (pages, sub-images) were not reached
+  bool images_unread = false;        ///< images (pages, sub-images) that were not reached
   FileIdentity identity;             ///< of the file as it was read
   std::array<FieldEntry, field_table_capacity> fields;
 

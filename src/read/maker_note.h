@@ -36,8 +36,9 @@ struct MakerDef {
 inline constexpr std::uint32_t maker_generic = 0;
 inline constexpr std::uint32_t maker_undetermined = 34;
 
-/// 35 layouts and the end row.
-extern const std::array<MakerDef, 36> maker_table;
+/// The layouts and the end row.
+inline constexpr std::size_t maker_table_size = 36;
+extern const std::array<MakerDef, maker_table_size> maker_table;
 
 /// The layout of a maker-note kind; the generic one for a number out of range.
 const MakerDef& maker_def(std::uint32_t kind);

@@ -57,7 +57,7 @@ constexpr std::uint32_t end_kind = 0xFFFFFFFF;
 // Trailing blanks of makes and models are compared like other characters. The order decides: the
 // first row that fits a camera is taken. An earlier row hides 5, 6 and 29 to 31 from that choice;
 // they are reached by their prefixes.
-constexpr std::array<MakerDef, 36> maker_table = {{
+constexpr std::array<MakerDef, maker_table_size> maker_table = {{
     opaque(maker_generic, "Generic", "NeVer MaTcH"),
     ifd(1, "Canon", ""),
     ifd(2, "FUJIFILM", "", fujifilm, own_base, little_endian),

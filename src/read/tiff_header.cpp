@@ -66,14 +66,15 @@ ErrorCode enter_exif_segment(ByteCursor& cursor, ImageFile& image, std::uint32_t
 
 // Stands the cursor behind the length field of an APP1 segment. Offsets are limited to those of one
 // segment only where Exif is the first segment, as the standard demands.
-ErrorCode enter_app1(ByteCursor& cursor, const SegmentWalk& walk) {
+ErrorCode enter_app1(ByteCursor& cursor, const SegmentWalk& walk, ImageFile& image) {
   const JpegSegment& segment = walk.segment;
   if (walk.steps > 1) {
     cursor.file_type = static_cast<std::uint16_t>(FileType::unknown);
   }
   const ErrorCode result = move_to_file_pos(cursor, segment.pos + 2, segment.payload_length());
   cursor.segment_len = segment.length;
-  cursor.segment_end = std::int64_t{segment.pos} + segment.length - cursor.buf_file_pos;
+  image.metadata_end = std::int64_t{segment.pos} + segment.length;
+  cursor.segment_end = image.metadata_end - cursor.buf_file_pos;
   return result;
 }
 
@@ -87,8 +88,9 @@ ErrorCode locate_in_jpeg(ByteCursor& cursor, ImageFile& image, std::uint32_t& fi
         text_of(mark) != exif_mark) {
       continue;
     }
-    return enter_app1(cursor, walk) == ErrorCode::ok ? enter_exif_segment(cursor, image, first_ifd)
-                                                     : ErrorCode::no_exif_data;
+    return enter_app1(cursor, walk, image) == ErrorCode::ok
+               ? enter_exif_segment(cursor, image, first_ifd)
+               : ErrorCode::no_exif_data;
   }
   return ErrorCode::no_exif_data;
 }
@@ -129,6 +131,7 @@ ErrorCode locate_in_tiff(ByteCursor& cursor, ImageFile& image, std::uint32_t& fi
   first_ifd = cursor_get_u32(cursor);
   cursor.offset_base = 0;
   image.tiff_header_pos = 0;
+  image.metadata_end = image.identity.size;
   return seek_to_offset(*cursor.file, first_ifd);
 }
 

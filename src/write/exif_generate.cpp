@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "read/jpeg_markers.h"
 #include "support/byte_order.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
@@ -15,7 +16,6 @@ namespace {
 constexpr std::uint32_t tiff_header_size = 8;
 constexpr std::uint32_t segment_header_size = 10;  // marker, length, "Exif", two NULs
 constexpr std::uint32_t segment_tail_size = 2;     // counted by the segment's length
-constexpr std::uint16_t marker_exif = 0xFFE1;
 
 struct Header {
   std::array<std::uint8_t, segment_header_size + tiff_header_size> bytes{};
@@ -30,19 +30,23 @@ struct Header {
     store_u16(std::span(bytes).subspan(length).first<2>(), value, big_endian);
     length += 2;
   }
+  void put_u32(std::uint32_t value, bool big_endian) {
+    store_u32(std::span(bytes).subspan(length).first<4>(), value, big_endian);
+    length += 4;
+  }
 };
 
 void put_segment_header(Header& header, std::uint64_t data_end) {
-  header.put_u16(marker_exif, true);
+  header.put_u16(marker_app1, true);
   header.put_u16(static_cast<std::uint16_t>(data_end + segment_header_size), true);
-  header.put(std::string_view("Exif\0\0", 6));
+  header.put(exif_mark);
+  header.put(std::string_view("\0", 1));
 }
 
 void put_tiff_header(Header& header, bool big_endian) {
   header.put(big_endian ? "MM" : "II");
   header.put_u16(42, big_endian);
-  header.put_u16(big_endian ? 0 : 8, big_endian);
-  header.put_u16(big_endian ? 8 : 0, big_endian);
+  header.put_u32(tiff_header_size, big_endian);
 }
 
 // The two bytes behind the TIFF data of a segment.

@@ -33,6 +33,17 @@ std::optional<std::uint16_t> ifd_at(const FieldEntry& entry, std::uint16_t level
   return entry.level == level + 1 ? std::optional(entry.ifd.holder) : std::nullopt;
 }
 
+// The first entry from `place` on of an IFD at `level`; null when it lost all its own entries.
+const FieldEntry* own_entry(std::span<const FieldEntry> table, std::size_t place,
+                            std::uint16_t level, std::uint16_t ifd) {
+  for (; place < table.size() && table[place].level >= level; ++place) {
+    if (table[place].level == level && table[place].ifd.id == ifd) {
+      return &table[place];
+    }
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 std::uint32_t usual_parent(std::uint32_t pointer) {
@@ -47,18 +58,21 @@ std::uint32_t usual_parent(std::uint32_t pointer) {
 // On the main chain an emptied IFD between two others is passed over.
 TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std::uint16_t level) {
   std::optional<std::uint16_t> current;
-  const FieldEntry* last = nullptr;
+  const FieldEntry* last = nullptr;  // of the current IFD
   std::size_t end = begin;
   for (; end < table.size() && table[end].level >= level; ++end) {
-    const FieldEntry& entry = table[end];
-    const bool own = entry.level == level;
-    const auto ifd = ifd_at(entry, level);
-    if (current && ifd && *ifd != *current && level != 0 &&
-        !(own && last != nullptr && continues_chain(*last, entry))) {
+    const auto ifd = ifd_at(table[end], level);
+    if (!ifd || ifd == current) {
+      continue;
+    }
+    const FieldEntry* const own = own_entry(table, end, level, *ifd);
+    const bool goes_on = !current || level == 0 ||
+                         (last != nullptr && own != nullptr && continues_chain(*last, *own));
+    if (!goes_on) {
       break;
     }
-    current = ifd ? ifd : current;
-    last = own ? &entry : last;
+    current = ifd;
+    last = own;
   }
   return {begin, end};
 }

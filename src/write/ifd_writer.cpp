@@ -306,7 +306,7 @@ ErrorCode complete_ifd(IfdWriter& writer, OpenIfd& ifd) {
       continue;
     }
     const PieceTarget target{writer.source, writer.output, writer.base, writer.image};
-    std::uint64_t data_end = static_cast<std::uint64_t>(writer.data_end);
+    auto data_end = static_cast<std::uint64_t>(writer.data_end);
     const ErrorCode moved = move_pieces(pieces, target, data_end);
     if (moved != ErrorCode::ok) {
       return moved;

@@ -1,25 +1,12 @@
-// Image data that an IFD points at: strips and tiles (TIFF 6.0, sections 3 and 15) and JPEG
-// interchange streams such as thumbnails (Exif 2.2, 4.5.5).
+// Image data that an IFD points at, and whether it can be carried into a new file.
 #pragma once
 
-#include <array>
 #include <cstdint>
 
+#include "read/image_data_tags.h"
 #include "read/image_file.h"
 
 namespace tagmend {
-
-/// Two fields of an IFD that tell where pieces of image data lie and how long they are.
-struct ImageDataPair {
-  std::uint32_t offsets_tag;
-  std::uint32_t lengths_tag;
-};
-
-inline constexpr ImageDataPair jpeg_stream_pair = {0x0201, 0x0202};
-inline constexpr std::array<ImageDataPair, 2> piece_pairs = {{
-    {0x0111, 0x0117},  // strips
-    {0x0144, 0x0145},  // tiles
-}};
 
 /// Whether the IFD of an entry describes an image: those of the main chain, of sub-IFD arrays, and
 /// the Nikon thumbnail. Elsewhere (in maker notes) the tags above mean other things.

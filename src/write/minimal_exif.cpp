@@ -32,21 +32,26 @@ FieldEntry entry_for(std::uint16_t row, std::string_view text, const ImageFile& 
 }  // namespace
 
 void init_minimal_exif(ImageFile& image) {
-  if (image.field_count != 0) {
+  // Fields of other metadata are only shown and may be there without EXIF data.
+  const auto is_exif = [](const FieldEntry& entry) { return entry.tag <= 0xFFFF; };
+  if (std::ranges::any_of(image.table(), is_exif)) {
     return;
   }
   FieldEntry firmware = entry_for(writer_fields().firm_ver, program_name, image);
+  firmware.index = static_cast<std::uint16_t>(image.field_count);
+  firmware.ifd.id = image.ifd_count;
   firmware.ifd.parent = root_main;
   firmware.data = bytes_of(program_name);
 
   FieldEntry version = entry_for(writer_fields().exif_ver, exif_version, image);
   version.level = 1;
-  version.index = 1;
-  version.ifd.id = 1;
+  version.index = static_cast<std::uint16_t>(firmware.index + 1);
+  version.ifd.id = static_cast<std::uint16_t>(firmware.ifd.id + 1);
+  version.ifd.holder = firmware.ifd.id;
   version.ifd.parent = tag_exif_ifd;
   std::ranges::copy(bytes_of(exif_version), version.raw.begin());
 
-  image.ifd_count = 2;
+  image.ifd_count += 2;
   static_cast<void>(append_field(image, firmware));
   static_cast<void>(append_field(image, version));
 }

@@ -5,7 +5,7 @@
 
 namespace tagmend {
 
-/// Gives a file without any field the two that new EXIF data starts with.
+/// Gives a file without any EXIF field the two that new EXIF data starts with.
 void init_minimal_exif(ImageFile& image);
 
 }  // namespace tagmend

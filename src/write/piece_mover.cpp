@@ -14,7 +14,7 @@ namespace {
 
 // Pieces whose offsets and lengths are read, and written back, in one go.
 constexpr std::uint32_t batch_size = 256;
-using NumberBytes = std::array<std::uint8_t, batch_size * 4>;
+using NumberBytes = std::array<std::uint8_t, std::size_t{batch_size} * 4>;
 
 // Bytes of one number of an offsets or lengths field; 0 for a type that holds none.
 std::uint32_t number_size(const FieldEntry& entry) {

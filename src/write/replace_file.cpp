@@ -129,12 +129,14 @@ void remove_exchanged(const char* temp) {
 // Gives the name back to what came out of an exchange. What then comes out is the new file, unless
 // yet another one is seen to have taken the name meanwhile: that is nobody's to remove.
 void exchange_back(const Replacement& files) {
+  const char* const temp = files.temp.data();
   struct stat status {};
-  const bool done = exchange(files.temp.data(), files.name);
-  const bool looked = done && lstat(files.temp.data(), &status) == 0;
-  if (!done || (looked && status.st_ino != files.inode)) {
-    print_error("Error: What stood under the name %s is kept as '%s'\n", files.name,
-                files.temp.data());
+  const bool exchanged = exchange(temp, files.name);
+  if (!exchanged && std::rename(temp, files.name) == 0) {
+    return;
+  }
+  if (!exchanged || (lstat(temp, &status) == 0 && status.st_ino != files.inode)) {
+    print_error("Error: What stood under the name %s is kept as '%s'\n", files.name, temp);
     release_temp_file();
   }
 }

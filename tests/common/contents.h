@@ -42,7 +42,8 @@ inline bool is_place(const FieldEntry& entry) {
 }
 
 /// Reads a file and lists what neither the session's edits nor the new places of image data change.
-inline Contents unedited_contents(const Session& session, const Bytes& file) {
+inline Contents unedited_contents(const Session& session, const Bytes& bytes) {
+  Bytes file = bytes;  // what is read lies in memory that may be written
   Contents contents;
   if (file.empty()) {
     return contents;

@@ -211,7 +211,7 @@ inline void jpeg(const FileWalk& at) {
   std::size_t pos = 2;
   while (at.number(pos, 2) != 0xFFDA && pos < at.file.size()) {
     const std::size_t end = pos + 2 + at.number(pos + 2, 2);
-    const std::string start = hex(at.file[pos + 1]) + characters(at.part(pos + 4, 4));
+    const std::string start = hex(at.file[pos + 1]) + characters(at.part(pos + 4, std::min<std::size_t>(end - pos - 4, 4)));
     if (start == "e1Exif") {
       tiff(at, pos + 10);
     } else if (start == "edPhot") {

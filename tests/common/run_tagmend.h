@@ -148,7 +148,8 @@ inline std::vector<char*> pointers(Words& words) {
 
 inline Words environment_for(const RunSettings& settings) {
   Words all = settings.environment;  // getenv takes the first of two
-  all.insert(all.end(), {"PATH=/usr/bin:/bin", "LC_ALL=C", "TZ=UTC"});
+  const std::string directory = std::filesystem::path(settings.program).parent_path();
+  all.insert(all.end(), {"PATH=" + directory + ":/usr/bin:/bin", "LC_ALL=C", "TZ=UTC"});
   for (const char* const name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE"}) {
     if (const char* const value = std::getenv(name)) {
       all.push_back(std::string(name) + "=" + value);
@@ -169,7 +170,8 @@ inline Command command_for(const RunSettings& settings, const Words& arguments) 
   if (const char* const prefix = std::getenv("TAGMEND_RUN_PREFIX")) {
     std::istringstream words(prefix);
     command.words.assign(std::istream_iterator<std::string>(words), {});
-    command.words.push_back(settings.program);
+    // Without its path, as getopt's messages show it; the checker finds it through PATH.
+    command.words.push_back(std::filesystem::path(settings.program).filename());
     command.file = command.words.front();
   }
   command.words.insert(command.words.end(), arguments.begin(), arguments.end());

@@ -135,8 +135,9 @@ TEST(FieldDef, GoesOnFromAGivenRow) {
   ASSERT_NE(second, not_found);
   EXPECT_EQ(row(second).tag, 0x001EU);
   EXPECT_EQ(find_field_from("px-zoom", static_cast<std::uint32_t>(second) + 1), not_found);
-  EXPECT_EQ(find_field_from("*", 832), 832);
-  for (const std::uint32_t start : {833U, 834U, 0xFFFFFFFFU}) {
+  constexpr std::uint32_t end_row = field_def_count - 1;
+  EXPECT_EQ(find_field_from("*", end_row - 1), static_cast<int>(end_row) - 1);
+  for (const std::uint32_t start : {end_row, end_row + 1, 0xFFFFFFFFU}) {
     EXPECT_EQ(find_field_from("*", start), not_found) << start;
   }
 }

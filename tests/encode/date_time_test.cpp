@@ -17,13 +17,10 @@ std::string parse(std::string_view text, DateRequirement requirement) {
   if (code != ErrorCode::ok) {
     return "code " + std::to_string(static_cast<unsigned>(code));
   }
-  std::string joined;
-  for (const char* part :
-       {date.year_text.data(), ":", date.month_text.data(), ":", date.day_text.data(), " ",
-        date.hour_text.data(), ":", date.minute_text.data(), ":", date.second_text.data(), " ",
-        date.zone_text.data()}) {
-    joined += part;
-  }
+  std::string joined = date.year_text.data();
+  joined.append(":").append(date.month_text.data()).append(":").append(date.day_text.data());
+  joined.append(" ").append(date.hour_text.data()).append(":").append(date.minute_text.data());
+  joined.append(":").append(date.second_text.data()).append(" ").append(date.zone_text.data());
   return joined;
 }
 

@@ -80,6 +80,14 @@ TEST_F(App13BuildTest, NewValuesTakeTheirPlaces) {
                              {4, 10, 0, 0, 0, 0, 0, 2, 1, 0}}));
 }
 
+TEST_F(App13BuildTest, ACopyrightFlagHasFourBytes) {
+  for (const Bytes& flag : {Bytes{1}, Bytes{1, 0}, Bytes{1, 0, 0, 0}}) {
+    ASSERT_EQ(rebuild(photoshop({resource(1034, "", flag)})), ErrorCode::ok);
+    EXPECT_EQ(built(),
+              joined({{0xFF, 0xED, 0, 32}, photoshop({resource(1034, "", {1, 0, 0, 0})})}));
+  }
+}
+
 TEST_F(App13BuildTest, AnEmptyStoreBuildsNothingUnlessEditsEmptiedIt) {
   result_->built = true;
   ASSERT_EQ(rebuild(photoshop({})), ErrorCode::ok);

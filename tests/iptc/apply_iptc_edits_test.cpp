@@ -32,11 +32,11 @@ class ApplyIptcEditsTest : public StoreTest {
     }
   }
 
-  std::string apply() {
+  std::string apply(bool applied = true) {
     const Messages messages;
-    apply_iptc_edits(
-        *store_, *edits_, '"',
-        {.image = image_.get(), .iptc = store_.get(), .dataset_text = &iptc_dataset_text});
+    const SubstitutionContext context{
+        .image = image_.get(), .iptc = store_.get(), .dataset_text = &iptc_dataset_text};
+    EXPECT_EQ(apply_iptc_edits(*store_, *edits_, '"', context), applied);
     return messages.text();
   }
 
@@ -94,6 +94,10 @@ TEST_F(ApplyIptcEditsTest, EditsAStoredBlock) {
       {"another record",
        {"ip3-picture-num=7", "ip1-service-id=x"},
        opaque + "1:0 +\0\2;1:30 +x;2:0 2;2:25 a;2:25 b;2:90 Oslo;3:0 +\0\2;3:10 +7;0:0 u1;"s,
+       ""},
+      {"versions of the user's own",
+       {"ip1-version=4", "ip1-env-pri=5", "ip3-version=3", "ip3-version", "ip3-picture-num=7"},
+       opaque + "1:0 +\0\4;1:60 +5;2:0 2;2:25 a;2:25 b;2:90 Oslo;3:0 +\0\2;3:10 +7;0:0 u1;"s,
        ""},
       {"a resource, which needs no version",
        {"ip-url=u2", "ip-copyrighted=yes"},
@@ -153,6 +157,13 @@ TEST_F(ApplyIptcEditsTest, FullListsAndStoresAreReported) {
   EXPECT_EQ(apply(), "Warning: Field table full. Some edit actions may not have been performed.\n");
   EXPECT_EQ(store_->count, 200);
   EXPECT_TRUE(content().ends_with("2:120 +x;")) << "neither the city nor the version fit";
+
+  const std::string before = content();
+  edits_->count = 0;
+  list({"ip-keyword", "ip-city=y"});
+  EXPECT_EQ(apply(false),
+            "Warning: Field table full. Some edit actions may not have been performed.\n");
+  EXPECT_EQ(content(), before);
 }
 
 }  // namespace

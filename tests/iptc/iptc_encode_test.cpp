@@ -84,7 +84,9 @@ TEST_F(IptcEncodeTest, AFullPoolLeavesTheValueEmpty) {
   EXPECT_EQ(encode("ip-city", "Rome"), ErrorCode::ok);
   EXPECT_EQ(encoded_, "Rome");
   EXPECT_FALSE(store_->incomplete);
+  const Messages messages;
   EXPECT_EQ(encode("ip-city", "Oslo"), ErrorCode::ok);
+  EXPECT_EQ(messages.text(), "Warning: String pool full, some values may be truncated\n");
   EXPECT_EQ(encoded_, "");
   EXPECT_TRUE(store_->incomplete);
 }

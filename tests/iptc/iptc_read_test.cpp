@@ -96,10 +96,10 @@ TEST_F(IptcReadTest, PassesOverWhatItDoesNotUnderstand) {
        ErrorCode::iptc_invalid, "1035 0:0 ip-url [u:] 26+2 \n", ""},
       {"a resource larger than its segment",
        photoshop({joined({bytes_of("8BIM"), big16(1000), {0, 0}, big32(900), bytes_of("ab")})}),
-       ErrorCode::iptc_invalid, "1000 0:0 Unknown [Opaque data] 26+2 \n", ""},
+       ErrorCode::ok, "1000 0:0 Unknown [Opaque data] 26+2 \n", ""},
       {"datasets larger than their segment",
        photoshop({joined({bytes_of("8BIM"), big16(1028), {0, 0}, big32(900), city})}),
-       ErrorCode::iptc_invalid, "1028 2:90 ip-city [Oslo] 31+4 \n", ""},
+       ErrorCode::ok, "1028 2:90 ip-city [Oslo] 31+4 \n", ""},
       {"a size beyond 16 bits, of which the low half counts",
        photoshop({joined({bytes_of("8BIM"), big16(1000), {0, 0}, big32(0x10002), bytes_of("ab")})}),
        ErrorCode::ok, "1000 0:0 Unknown [Opaque data] 26+2 \n", ""},
@@ -235,12 +235,28 @@ class TiffValueTest : public StoreTest {
 
 TEST_F(TiffValueTest, DatasetsAreTakenFromTheFieldThatHasThem) {
   Bytes iptc = joined({dataset(2, 90, "Oslo"), {0, 0, 0}});
+  Bytes same = joined({resource(1028, "Its", dataset(2, 90, "Oslo")), resource(1000, "", {7})});
   Bytes blocks = joined({resource(1028, "", dataset(2, 90, "Rome")), resource(1000, "", {7})});
+  const std::string oslo = "1028 2:90 ip-city [Oslo] 1005+4 ";
   const std::string opaque = "1000 0:0 Unknown [Opaque data] 1034+1 \n";
 
   read_iptc_value(context_, over(iptc), iptc.size());
+  read_photoshop_value(context_, over(same), same.size());
+  EXPECT_EQ(listed(*store_), oslo + "Its\n1000 0:0 Unknown [Opaque data] 1036+1 \n");
+  EXPECT_FALSE(store_->incomplete);
   read_photoshop_value(context_, over(blocks), blocks.size());
-  EXPECT_EQ(listed(*store_), "1028 2:90 ip-city [Oslo] 1005+4 \n" + opaque);
+  EXPECT_EQ(store_->count, 2) << "the field of another page";
+
+  reset_iptc_store(*store_);
+  read_iptc_value(context_, over(iptc), iptc.size());
+  read_photoshop_value(context_, over(blocks), blocks.size());
+  EXPECT_EQ(listed(*store_), oslo + "\n" + opaque);
+  EXPECT_TRUE(store_->incomplete) << "Rome will go";
+
+  reset_iptc_store(*store_);
+  read_photoshop_value(context_, over(same), same.size());
+  read_iptc_value(context_, over(iptc), iptc.size());
+  EXPECT_EQ(store_->count, 2);
   EXPECT_FALSE(store_->incomplete);
 
   reset_iptc_store(*store_);

@@ -68,7 +68,7 @@ TEST_F(DecodeTest, BasicByStoredType) {
       {0, 7, 2, hex("01 AB"), II, "01ab"},
       {0, 1, 3, hex("00 0F F0"), II, "000ff0"},
       {0, 6, 1, hex("80"), II, "80"},
-      {0, 2, 6, bytes_of(std::string_view("abc\0d", 6)), II, "abc"},
+      {0, 2, 6, bytes_of(std::string_view("abc\0d\0", 6)), II, "abc"},
       {0, 2, 3, bytes_of("abcdef"), II, "abc"},
       {0, 3, 3, hex("0001 FFFF 0100"), MM, "1 65535 256"},
       {0, 3, 2, hex("0100 0001"), II, "1 256"},
@@ -455,7 +455,7 @@ TEST_F(DecodeTest, CanonCustomFunctions) {
 
 /// A settings array of the file's byte order, all zero but for some places.
 Bytes minolta_array(std::initializer_list<std::pair<std::size_t, std::uint32_t>> places) {
-  Bytes array(57 * 4);
+  Bytes array(std::size_t{57} * 4);
   for (const auto& [place, number] : places) {
     put(array, (place - 1) * 4, number, 4, true);
   }

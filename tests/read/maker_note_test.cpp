@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "reading.h"
@@ -75,17 +76,32 @@ TEST(MakerNote, NotesThatAreNoIfdAreValues) {
   }
 }
 
-// A note behind a later model would be read by another layout than it is written by.
-TEST(MakerNote, ALaterModelDoesNotChangeTheLayoutOfANoteThatWasRead) {
-  Ifd note = ifd_of({text(0xE000, "in the note")});
+Ifd nikon_note(const Entry& entry) {
+  Ifd note = ifd_of({entry});
   note.header = bytes_of("Nikon\0\2\0\0\0"s);
   note.base = Base::inner;
+  return note;
+}
+
+// A note in front of a later model would be written by another layout than it is read by.
+TEST(MakerNote, ALaterModelDoesNotChangeTheLayoutOfANoteThatWasRead) {
   const Ifd second = ifd_of({text(0x010F, "NIKON CORPORATION"), text(0x0110, "NIKON D70")});
   Ifd main = second;
-  main.entries.push_back(pointer(0x8769, {maker_note(note)}));
+  main.entries.push_back(pointer(0x8769, {maker_note(nikon_note(text(0xE000, "in the note")))}));
   const Reading reading = read_image(jpeg({source_exif(true, {main, second})}));
   EXPECT_EQ(reading.image->maker_note_kind, 30U);
   EXPECT_EQ(reading.image->field_count, 5U);
+}
+
+TEST(MakerNote, TheThumbnailOfANikonNoteCountsFromTheNotesBase) {
+  Ifd ifd = ifd_of({longs(0x0201, {0}), longs(0x0202, {0})});
+  ifd.thumbnail = noise(40, 6);
+  const Bytes file = photo(false, "NIKON CORPORATION", "NIKON D70",
+                           maker_note(nikon_note(pointer(0x0011, std::vector<Ifd>{ifd}))));
+  const Reading reading = read_image(file);
+  const auto at = std::search(file.begin(), file.end(), ifd.thumbnail.begin(), ifd.thumbnail.end());
+  EXPECT_EQ(reading.image->thumbnail_offset, static_cast<std::uint32_t>(at - file.begin()));
+  EXPECT_EQ(reading.image->thumbnail_length, 40U);
 }
 
 TEST(MakerNote, OffsetsOutOfReachLeaveTheRestOfTheFile) {

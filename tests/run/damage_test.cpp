@@ -21,7 +21,7 @@ namespace {
 // ---- Running many files at once ----
 
 constexpr double max_seconds = 2;  ///< of processor time, for one run
-constexpr long max_kilobytes = 64 * 1024;
+constexpr long max_kilobytes = 65'536;
 
 // A group that is edited keeps below the number of names that one run may create.
 constexpr std::size_t group_size = 200;

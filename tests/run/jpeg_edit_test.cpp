@@ -218,7 +218,7 @@ TEST(JpegEdit, ValuesAreTemplatesAndTexts) {
       {{"-a", "description=head[exif-head]one[exif-file]two[exif-tail]three"},
        description("headtwo")},
       {{"-a", R"(description=a\nb\tc\\d\qe)"}, description("a\nb\tc\\d\\qe")},
-      {{"-c", "'", "-a", "description='a, b = \\'c\\' \"d\"'"}, description("a, b = 'c' \"d\"")},
+      {{"-c", "'", "-a", R"(description='a, b = \'c\' "d"')"}, description("a, b = 'c' \"d\"")},
       {{"-c", "39", "-a", "description=''"}, description(" ")},
       {{"-a", "description=a  b  ,model=Model 1"}, description("a  b")},
       // A field edited in this run has no text yet.
@@ -332,6 +332,12 @@ Chain without_model() {
   return chain;
 }
 
+/// An Exif segment with another byte behind the mark and its NUL.
+Bytes with_padding(Bytes exif_segment, std::uint8_t padding) {
+  exif_segment[9] = padding;
+  return exif_segment;
+}
+
 TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
   const Words add = {"-a", "artist=x"};
   const Words remove = {"-r", "model"};
@@ -358,6 +364,8 @@ TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
         {{"-e", "f"},
          jpeg({old_exif, second_exif, app2_flashpix(1), picture()}),
          jpeg({old_exif, second_exif, picture()})},
+        // The byte behind the mark only fills it up.
+        {add, jpeg({with_padding(old_exif, 0x20), tail}), jpeg({added, tail})},
         // An addition moves Exif before the first segment that is neither APP0 nor APP1; its
         // thumbnail is still found through its old place. A removal leaves it where it is.
         {add, jpeg({app2_icc(), old_exif, tail}), jpeg({added, app2_icc(), tail})},
@@ -430,6 +438,17 @@ TEST(JpegEdit, NewFieldsNeverSplitAnIfdFromWhatIsNestedBehindIt) {
        {ifd_of({make, pointer(0x8769, {exif_version, interop, shorts(0xA217, {2})})})},
        {ifd_of({make, pointer(0x8769, {exif_version, interop, octets(0xA20C, kUndefined, Bytes{0}),
                                        shorts(0xA217, {2})})})}},
+      // An IFD that loses its own fields keeps the one nested in it, and takes it back.
+      {{"-r", "exif-ver"},
+       {ifd_of({make, pointer(0x8769, {exif_version, interop}), pointer(0x8825, {gps_version})})},
+       {ifd_of({make, pointer(0x8769, {interop}), pointer(0x8825, {gps_version})})}},
+      {{"-r", "exif-ver"},
+       {ifd_of({make, pointer(0x8825, {gps_version}), pointer(0x8769, {exif_version, interop})})},
+       {ifd_of({make, pointer(0x8825, {gps_version}), pointer(0x8769, {interop})})}},
+      {{"-r", "exif-ver", "-a", "exp-time=2"},
+       {ifd_of({make, pointer(0x8825, {gps_version}), pointer(0x8769, {exif_version, interop})})},
+       {ifd_of({make, pointer(0x8825, {gps_version}),
+                pointer(0x8769, {seconds, exif_version, interop})})}},
   };
   for (const auto& wanted : cases) {
     check_edit({wanted.arguments, jpeg({source_exif(false, wanted.source), picture()}),

@@ -147,6 +147,21 @@ TEST(TiffEdit, OptionsThatHaveNoTiffSide) {
   }());
 }
 
+TEST(TiffEdit, ARefusedFileLeavesTheNextOneEditable) {
+  Chain refused = {page(1, 1, kLong, kLong)};
+  find(refused[0], 0x0117)->type = 0;
+  const Chain plain = {page(3, 2, kLong, kLong)};
+  Chain edited = plain;
+  set(edited[0], text(0x013B, "x"));
+  Files files = {{"a.tif", scattered_tiff(false, refused)},
+                 {"b.tif", scattered_tiff(false, plain)}};
+  const Sandbox sandbox(files);
+  expect_outcome(sandbox.run({"-b", "-a", "artist=x", "a.tif", "b.tif"}), 0, "",
+                 "Error: File a.tif: Editing of this file type not supported\n");
+  files["b.tif"] = written_tiff(false, edited);
+  expect_files(sandbox, files);
+}
+
 TEST(TiffEdit, ImageDataThatCannotMoveIsRefused) {
   const auto with = [](Entry entry) {
     Ifd ifd = page(1, 2, kLong, kLong);
@@ -155,9 +170,10 @@ TEST(TiffEdit, ImageDataThatCannotMoveIsRefused) {
   };
   Chain no_counts = {page(1, 2, kLong, kLong)};
   drop(no_counts[0], 0x0117);
-  Chain no_offsets = {page(1, 1, kLong, kLong)};
-  no_offsets[0].images.clear();
-  drop(no_offsets[0], 0x0111);
+  Chain unknown_type = {page(1, 1, kLong, kLong)};
+  unknown_type[0].images.clear();
+  *find(unknown_type[0], 0x0111) = shorts(0x0111, {64});
+  find(unknown_type[0], 0x0111)->type = 0;
   Chain three_counts = {page(1, 2, kLong, kLong)};
   three_counts[0].images.clear();
   *find(three_counts[0], 0x0111) = longs(0x0111, {64, 128});
@@ -172,6 +188,7 @@ TEST(TiffEdit, ImageDataThatCannotMoveIsRefused) {
                            with(longs(0x0209, {8})),
                            with(longs(0x0120, {8})),
                            no_counts,
+                           unknown_type,
                            three_counts,
                            second_page,
                            sub_image,

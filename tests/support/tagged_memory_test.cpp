@@ -1,5 +1,6 @@
 #include "support/tagged_memory.h"
 
+#include <bit>
 #include <cstring>
 
 #include "support/settings.h"
@@ -31,7 +32,7 @@ TEST(TaggedMemory, BlocksCarryTheirHeader) {
   EXPECT_EQ(header.line, 77U);
   EXPECT_EQ(header_of(third).sequence, header.sequence + 2) << "released blocks count";
   EXPECT_EQ(std::string(header_of(third).marks, 4), std::string("EXX\0", 4));
-  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(third.get()) % 16, 0U);
+  EXPECT_EQ(std::bit_cast<std::uintptr_t>(third.get()) % 16, 0U);
 }
 
 TEST(TaggedMemory, RefusesNothing) {
