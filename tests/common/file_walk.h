@@ -2,12 +2,13 @@
 // Two files whose maps are equal hold the same metadata and images, wherever these lie in them.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <map>
 #include <numeric>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include "common/image_builder.h"
 #include "common/maker_cameras.h"
@@ -211,7 +212,8 @@ inline void jpeg(const FileWalk& at) {
   std::size_t pos = 2;
   while (at.number(pos, 2) != 0xFFDA && pos < at.file.size()) {
     const std::size_t end = pos + 2 + at.number(pos + 2, 2);
-    const std::string start = hex(at.file[pos + 1]) + characters(at.part(pos + 4, std::min<std::size_t>(end - pos - 4, 4)));
+    const std::string start = hex(at.file[pos + 1]) +
+                              characters(at.part(pos + 4, std::min<std::size_t>(end - pos - 4, 4)));
     if (start == "e1Exif") {
       tiff(at, pos + 10);
     } else if (start == "edPhot") {
