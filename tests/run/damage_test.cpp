@@ -21,7 +21,6 @@ namespace {
 // ---- Running many files at once ----
 
 constexpr double max_seconds = 2;  ///< of processor time, for one run
-constexpr long max_kilobytes = 65'536;
 
 // A group that is edited keeps below the number of names that one run may create.
 constexpr std::size_t group_size = 200;
@@ -81,6 +80,7 @@ void edit_all(const std::vector<Bytes>& files, const std::string& extension) {
                extension);
   }
 #ifndef TAGMEND_SANITIZED  // the sanitizers' own memory is many times as much
+  constexpr long max_kilobytes = 65'536;
   rusage usage{};
   ::getrusage(RUSAGE_CHILDREN, &usage);
   EXPECT_LT(usage.ru_maxrss, max_kilobytes);
