@@ -1,6 +1,7 @@
 // The marker segments of a JPEG file (ITU-T T.81, annex B): which there are, and where.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -26,6 +27,10 @@ constexpr bool is_frame_header(std::uint16_t marker) {
   return marker >= 0xFFC0 && marker <= 0xFFCF && marker != 0xFFC4 && marker != 0xFFC8 &&
          marker != 0xFFCC;
 }
+
+/// Bytes that are read of a JPEG file before its Exif segment is known: APP0 and an Exif segment of
+/// any length lie in them where they stand as the standards want it.
+inline constexpr std::size_t jpeg_leading_length = 72 * 1024;
 
 /// File offset of the first marker, behind the start-of-image marker.
 inline constexpr std::uint32_t first_marker_pos = 2;

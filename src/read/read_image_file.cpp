@@ -10,6 +10,8 @@
 #include "read/jpeg_markers.h"
 #include "read/raw_files.h"
 #include "read/tiff_header.h"
+#include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/message.h"
 
 namespace tagmend {
@@ -18,6 +20,9 @@ namespace {
 // The leading bytes of the file in work. There is one file at a time; the pages beyond its length
 // are never touched.
 constinit std::array<std::uint8_t, work_buffer_size> leading_data{};
+
+constexpr std::size_t first_read_length = 16 * 1024;
+static_assert(first_read_length < jpeg_leading_length && jpeg_leading_length < work_buffer_size);
 
 // The shortest file whose first bytes are looked at.
 constexpr std::size_t min_file_length = 6;
@@ -41,9 +46,43 @@ ErrorCode read_tiff_data(ReadContext& context, ByteCursor& cursor, FileType type
   return parse_ifd(cursor, first_ifd, root, 0, 0, context);
 }
 
+// Whether the bytes that a JPEG file begins with hold its whole Exif segment, where the standards
+// want it: behind APP0, or first of all.
+bool hold_exif_segment(std::span<const std::uint8_t> start) {
+  std::size_t at = first_marker_pos;
+  while (at + 4 <= start.size()) {
+    const std::uint16_t marker = load_u16(start.subspan(at).first<2>(), true);
+    const std::size_t end = at + 2 + load_u16(start.subspan(at + 2).first<2>(), true);
+    if (marker == marker_app1 && text_of(start.subspan(at + 4)).starts_with(exif_mark)) {
+      return end <= start.size();
+    }
+    if (marker != marker_app0) {
+      return false;
+    }
+    at = end;
+  }
+  return false;
+}
+
+// Reads no more than is needed: most of a JPEG file is image data. Returns the number of bytes that
+// arrived.
+std::size_t read_leading_data(MFILE& file) {
+  const std::span<std::uint8_t> data(leading_data);
+  const std::size_t length = mfread(data.data(), 1, first_read_length, file);
+  if (length < first_read_length) {
+    return length;
+  }
+  const bool is_jpeg = load_u16(data.first<2>(), true) == marker_soi;
+  if (is_jpeg && hold_exif_segment(data.first(length))) {
+    return length;
+  }
+  const std::size_t wanted = is_jpeg ? jpeg_leading_length : data.size();
+  return length + mfread(data.data() + length, 1, wanted - length, file);
+}
+
 ErrorCode read_open_file(ReadContext& context, MFILE& file) {
   ImageFile& image = context.image;
-  const std::size_t length = mfread(leading_data.data(), 1, leading_data.size(), file);
+  const std::size_t length = read_leading_data(file);
   if (length < min_file_length) {
     return ErrorCode::unknown_file_type;
   }

@@ -26,14 +26,14 @@ std::int64_t buffer_end_pos(const ByteCursor& cursor) {
 }
 
 // Stands the cursor on a file offset with at least `length` bytes behind it, where the file has
-// them. The buffer holds the whole file unless it is full, so what lies outside is read into it
-// again.
+// them. A buffer shorter than any first read holds all that the file has; otherwise what lies
+// outside is read into it again.
 ErrorCode move_to_file_pos(ByteCursor& cursor, std::uint32_t file_pos, std::uint64_t length) {
   const std::int64_t in_buffer = std::int64_t{file_pos} - cursor.buf_file_pos;
   const bool whole =
       in_buffer >= 0 && file_pos + static_cast<std::int64_t>(length) <= buffer_end_pos(cursor);
   const bool begun = in_buffer >= 0 && in_buffer < static_cast<std::int64_t>(cursor.buffer.size());
-  if (whole || (begun && cursor.buffer.size() < work_buffer_size)) {
+  if (whole || (begun && cursor.buffer.size() < jpeg_leading_length)) {
     cursor.pos = static_cast<std::uint32_t>(in_buffer);
     return ErrorCode::ok;
   }

@@ -64,11 +64,11 @@ void copy_extended_attributes(int source, int destination) {
 
 // Group first, while the file is still ours; then owner; then the mode, which a change of owner may
 // have cut; access control lists last, because a later change of the mode would alter them.
-void copy_attributes(int source, int destination) {
+std::uint64_t copy_attributes(int source, int destination) {
   struct stat from {};
   struct stat to {};
-  if (fstat(source, &from) != 0 || fstat(destination, &to) != 0) {
-    return;
+  if (fstat(destination, &to) != 0 || fstat(source, &from) != 0) {
+    return to.st_ino;
   }
   mode_t mode = from.st_mode & 07777;
   if (from.st_gid != to.st_gid && fchown(destination, static_cast<uid_t>(-1), from.st_gid) != 0) {
@@ -81,6 +81,7 @@ void copy_attributes(int source, int destination) {
   }
   fchmod(destination, mode);
   copy_extended_attributes(source, destination);
+  return to.st_ino;
 }
 
 }  // namespace tagmend

@@ -135,7 +135,9 @@ void exchange_back(const Replacement& files) {
   if (!exchanged && std::rename(temp, files.name) == 0) {
     return;
   }
-  if (!exchanged || (lstat(temp, &status) == 0 && status.st_ino != files.inode)) {
+  const bool is_other =
+      files.inode != 0 && lstat(temp, &status) == 0 && status.st_ino != files.inode;
+  if (!exchanged || is_other) {
     print_error("Error: What stood under the name %s is kept as '%s'\n", files.name, temp);
     release_temp_file();
   }

@@ -14,7 +14,7 @@ namespace tagmend {
 struct Replacement {
   const char* name;          ///< of the file that is edited
   SiblingName temp{};        ///< of the new file, complete and on stable storage
-  std::uint64_t inode = 0;   ///< of the new file
+  std::uint64_t inode = 0;   ///< of the new file; 0 when unknown
   SiblingName backup{};      ///< wanted for the original; receives the name used
   bool backup_made = false;  ///< the original stands under the backup name
   Descriptor directory{};    ///< the current one; open, it keeps other runs from replacing here

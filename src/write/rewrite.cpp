@@ -1,6 +1,5 @@
 #include "write/rewrite.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -69,11 +68,8 @@ ErrorCode write_new_file(MFILE& input, MFILE& output, RewriteJob& job) {
 // Everything must have arrived on stable storage before the new file may take the name: after a
 // power failure the name leads to the old content or to the new, never to an empty file.
 ErrorCode finish_output(const MFILE& input, MFileHandle& output, Replacement& files) {
-  copy_attributes(mfdescriptor(input), mfdescriptor(*output));
-  struct stat status {};
-  const bool known = fstat(mfdescriptor(*output), &status) == 0;
-  files.inode = status.st_ino;
-  const bool stored = known && mfflush(*output) == 0 && fsync(mfdescriptor(*output)) == 0;
+  files.inode = copy_attributes(mfdescriptor(input), mfdescriptor(*output));
+  const bool stored = mfflush(*output) == 0 && fsync(mfdescriptor(*output)) == 0;
   const int error = errno;
   const bool closed = mfclose(output.release()) == 0;
   if (stored && closed) {

@@ -21,7 +21,9 @@ void sort_by_index(ImageFile& image) {
     }
     const auto entry = table.begin() + static_cast<std::ptrdiff_t>(next);
     const auto place = std::upper_bound(table.begin(), entry, *entry, precedes);
-    std::rotate(place, entry, entry + 1);
+    const FieldEntry moved = *entry;  // a plain record: what stands between moves as one block
+    std::copy_backward(place, entry, entry + 1);
+    *place = moved;
   }
 }
 
