@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "common/contents.h"
+#include "contents.h"
 #include "harness.h"
 
 namespace tagmend::fuzz {

@@ -9,7 +9,7 @@
 #include <span>
 #include <string>
 
-#include "common/in_process.h"
+#include "in_process.h"
 #include "support/settings.h"
 #include "support/text_buffer.h"
 

@@ -10,11 +10,11 @@
 #include <string_view>
 #include <vector>
 
-#include "common/in_process.h"
-#include "common/sample_files.h"
 #include "encode/date_templates.h"
+#include "in_process.h"
 #include "iptc/iptc_dataset.h"
 #include "read/maker_note.h"
+#include "sample_files.h"
 
 namespace tagmend::test {
 namespace {

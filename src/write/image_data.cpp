@@ -33,7 +33,7 @@ bool has_partner(const ImageFile& image, const FieldEntry& entry, const ImageDat
 }
 
 bool can_be_carried(const ImageFile& image, const FieldEntry& entry) {
-  if (is_immovable(entry.tag)) {
+  if (is_immovable(entry.tag) || (locates_image_data(entry.tag) && integer_size(entry) == 0)) {
     return false;
   }
   for (const ImageDataPair& pair : piece_pairs) {
@@ -55,22 +55,30 @@ bool is_image_ifd(const FieldEntry& entry) {
          entry.kind == IfdKind::nikon_thumbnail;
 }
 
+std::uint32_t integer_size(const FieldEntry& entry) {
+  switch (static_cast<DataType>(entry.type)) {
+    case DataType::unsigned_short:
+    case DataType::signed_short:
+      return 2;
+    case DataType::unsigned_long:
+    case DataType::signed_long:
+    case DataType::ifd_offset:
+      return 4;
+    default:
+      return 0;
+  }
+}
+
 std::uint32_t entry_number(const FieldEntry& entry) {
   const std::span<const std::uint8_t, 4> raw(entry.raw);
-  if (entry.count == 1) {
-    switch (static_cast<DataType>(entry.type)) {
-      case DataType::unsigned_short:
-      case DataType::signed_short:
-        return load_u16(raw.first<2>(), entry.ifd.big_endian);
-      case DataType::unsigned_long:
-      case DataType::signed_long:
-      case DataType::ifd_offset:
-        return load_u32(raw, entry.ifd.big_endian);
-      default:
-        break;
-    }
+  switch (entry.count == 1 ? integer_size(entry) : 0) {
+    case 2:
+      return load_u16(raw.first<2>(), entry.ifd.big_endian);
+    case 4:
+      return load_u32(raw, entry.ifd.big_endian);
+    default:
+      return static_cast<std::uint32_t>(std::strtoull(entry.text.data(), nullptr, 10));
   }
-  return static_cast<std::uint32_t>(std::strtoull(entry.text.data(), nullptr, 10));
 }
 
 bool can_carry_image_data(const ImageFile& image) {

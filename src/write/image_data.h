@@ -12,6 +12,10 @@ namespace tagmend {
 /// the Nikon thumbnail. Elsewhere (in maker notes) the tags above mean other things.
 bool is_image_ifd(const FieldEntry& entry);
 
+/// Bytes of one number of a field of integers of 16 or 32 bits, which is what offsets and lengths
+/// are; 0 for any other type.
+std::uint32_t integer_size(const FieldEntry& entry);
+
 /// Whether all image data that the file's IFDs point at can be carried over.
 [[nodiscard]] bool can_carry_image_data(const ImageFile& image);
 

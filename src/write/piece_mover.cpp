@@ -8,6 +8,7 @@
 #include "support/byte_order.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
+#include "write/image_data.h"
 
 namespace tagmend {
 namespace {
@@ -15,20 +16,6 @@ namespace {
 // Pieces whose offsets and lengths are read, and written back, in one go.
 constexpr std::uint32_t batch_size = 256;
 using NumberBytes = std::array<std::uint8_t, std::size_t{batch_size} * 4>;
-
-// Bytes of one number of an offsets or lengths field; 0 for a type that holds none.
-std::uint32_t number_size(const FieldEntry& entry) {
-  switch (static_cast<DataType>(entry.type)) {
-    case DataType::unsigned_short:
-    case DataType::signed_short:
-      return 2;
-    case DataType::unsigned_long:
-    case DataType::signed_long:
-      return 4;
-    default:
-      return 0;
-  }
-}
 
 std::uint32_t load_number(std::span<const std::uint8_t> bytes, std::size_t index,
                           std::uint32_t size, bool big_endian) {
@@ -112,8 +99,8 @@ ErrorCode move_batch(const MovedPieces& pieces, const PieceTarget& target, Numbe
 
 ErrorCode move_pieces(const MovedPieces& pieces, const PieceTarget& target,
                       std::uint64_t& data_end) {
-  NumberField offsets{*pieces.offsets, number_size(*pieces.offsets)};
-  NumberField lengths{*pieces.lengths, number_size(*pieces.lengths)};
+  NumberField offsets{*pieces.offsets, integer_size(*pieces.offsets)};
+  NumberField lengths{*pieces.lengths, integer_size(*pieces.lengths)};
   if (offsets.size == 0) {
     print_error("Internal Error: Unexpected format (%d) for strip offsets\n",
                 static_cast<int>(pieces.offsets->type));

@@ -1,11 +1,6 @@
 #include "cli/paths.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <string>
-
-#include "common/run_tagmend.h"
 
 namespace tagmend {
 namespace {
@@ -27,31 +22,6 @@ TEST(SplitPath, CutsAtTheLastSlash) {
     EXPECT_EQ(split.directory, row.directory) << row.path;
     EXPECT_STREQ(split.name, row.name) << row.path;
   }
-}
-
-TEST(ClassifyPath, FollowsLinksAndReportsWhatItCannotExamine) {
-  const test::Sandbox sandbox({{"file", test::bytes_of("12345")}, {"directory/", {}}});
-  const auto path = [&sandbox](const char* name) { return sandbox.path(name); };
-  ASSERT_EQ(symlink("file", path("to-file").c_str()), 0);
-  ASSERT_EQ(symlink("directory", path("to-directory").c_str()), 0);
-  ASSERT_EQ(symlink("nowhere", path("to-nowhere").c_str()), 0);
-
-  EXPECT_EQ(classify_path("."), PathKind::dot);
-  EXPECT_EQ(classify_path(".."), PathKind::dot_dot);
-  EXPECT_EQ(classify_path("./"), PathKind::directory);
-  EXPECT_EQ(classify_path(path("file").c_str()), PathKind::file);
-  EXPECT_EQ(classify_path(path("to-file").c_str()), PathKind::file);
-  EXPECT_EQ(classify_path(path("to-directory").c_str()), PathKind::directory);
-  EXPECT_EQ(classify_path("/dev/null"), PathKind::file);
-
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(classify_path(path("to-nowhere").c_str()), PathKind::unknown);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "Error: file " + path("to-nowhere") +
-                ": can't determine file type: No such file or directory\n");
-
-  EXPECT_EQ(file_size(path("to-file").c_str()), 5U);
-  EXPECT_EQ(file_size(path("nowhere").c_str()), 0U);
 }
 
 }  // namespace

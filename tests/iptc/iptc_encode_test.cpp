@@ -31,13 +31,21 @@ TEST_F(IptcEncodeTest, EveryKindOfValue) {
   const std::vector<Case> cases = {
       {"ip-copyrighted", "Yes", ErrorCode::ok, "\x01\x00"s},
       {"ip-copyrighted", "n", ErrorCode::ok, "\0\0"s},
-      {"ip-copyrighted", "maybe", ErrorCode::invalid_value, ""},
-      {"ip-image-orient", "portrait", ErrorCode::ok, "P"},
       {"ip3-rotation", "270", ErrorCode::ok, "\x03"},
+      {"ip3-color-space", "yuv", ErrorCode::ok, "\x03"},
+      {"ip3-sample-struct", "o2", ErrorCode::ok, "\x01"},
+      {"ip3-scan-dir", "btrl", ErrorCode::ok, "\x07"},
+      {"ip3-quant-method", "ld", ErrorCode::ok, "\x01"},
+      {"ip3-excursion", "no", ErrorCode::ok, "\0"s},
+      {"ip-image-orient", "landscape", ErrorCode::ok, "L"},
       {"ip-action-advised", "OBJECT KILL", ErrorCode::ok, "01"},
       {"ip-audio-type", "rem", ErrorCode::ok, "1Q"},
+      {"ip-audio-type", "text", ErrorCode::ok, "0T"},
+      {"ip-audio-type", "wrap-stereo", ErrorCode::ok, "2W"},
+      {"ip-preview-format", "29", ErrorCode::ok, "29"},
+      {"ip-preview-format", "tiff", ErrorCode::ok, "03"},
+      {"ip-preview-format", "Tidningarnas Telegrambyr\xC3\xA0 NITF ", ErrorCode::ok, "27"},
       {"ip-preview-format", "30", ErrorCode::invalid_value, ""},
-      {"ip-city", "Oslo", ErrorCode::ok, "Oslo"},
       {"ip-city", std::string(32, 'x'), ErrorCode::ok, std::string(32, 'x')},
       {"ip-city", std::string(40, 'x'), ErrorCode::value_truncated, std::string(32, 'x')},
       {"ip-version", "2", ErrorCode::ok, "\0\2"s},
@@ -45,13 +53,7 @@ TEST_F(IptcEncodeTest, EveryKindOfValue) {
       {"ip3-width", "1 2", ErrorCode::too_many_values, ""},
       {"ip3-width", "", ErrorCode::too_few_values, ""},
       {"ip7-obj-size", "65536", ErrorCode::ok, "\0\1\0\0"s},
-      {"ip-date", "2004:05:01", ErrorCode::ok, "20040501"},
-      {"ip-date", "2004-May-01", ErrorCode::ok, "20040501"},
       {"ip-date", "soon", ErrorCode::date_invalid, ""},
-      {"ip-time", "10:20:30", ErrorCode::ok, "102030+0000"},
-      {"ip-time", "10:20", ErrorCode::ok, "102000+0000"},
-      {"ip3-color-seq", "01", ErrorCode::format_not_supported, ""},
-      {"ip-exif", "x", ErrorCode::edit_not_permitted, ""},
       {"Unknown", "x", ErrorCode::edit_not_permitted, ""},
   };
   for (const Case& row : cases) {
@@ -84,9 +86,8 @@ TEST_F(IptcEncodeTest, AFullPoolLeavesTheValueEmpty) {
   EXPECT_EQ(encode("ip-city", "Rome"), ErrorCode::ok);
   EXPECT_EQ(encoded_, "Rome");
   EXPECT_FALSE(store_->incomplete);
-  const Messages messages;
-  EXPECT_EQ(encode("ip-city", "Oslo"), ErrorCode::ok);
-  EXPECT_EQ(messages.text(), "Warning: String pool full, some values may be truncated\n");
+  EXPECT_EQ(errors_of([&] { EXPECT_EQ(encode("ip-city", "Oslo"), ErrorCode::ok); }),
+            "Warning: String pool full, some values may be truncated\n");
   EXPECT_EQ(encoded_, "");
   EXPECT_TRUE(store_->incomplete);
 }

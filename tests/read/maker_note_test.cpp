@@ -93,17 +93,6 @@ TEST(MakerNote, ALaterModelDoesNotChangeTheLayoutOfANoteThatWasRead) {
   EXPECT_EQ(reading.image->field_count, 5U);
 }
 
-TEST(MakerNote, TheThumbnailOfANikonNoteCountsFromTheNotesBase) {
-  Ifd ifd = ifd_of({longs(0x0201, {0}), longs(0x0202, {0})});
-  ifd.thumbnail = noise(40, 6);
-  const Bytes file = photo(false, "NIKON CORPORATION", "NIKON D70",
-                           maker_note(nikon_note(pointer(0x0011, std::vector<Ifd>{ifd}))));
-  const Reading reading = read_image(file);
-  const auto at = std::search(file.begin(), file.end(), ifd.thumbnail.begin(), ifd.thumbnail.end());
-  EXPECT_EQ(reading.image->thumbnail_offset, static_cast<std::uint32_t>(at - file.begin()));
-  EXPECT_EQ(reading.image->thumbnail_length, 40U);
-}
-
 TEST(MakerNote, OffsetsOutOfReachLeaveTheRestOfTheFile) {
   for (const char* const make : {"Canon", "FUJIFILM", "PENTAX Corporation ", "NIKON CORPORATION",
                                  "Panasonic", "RICOH      "}) {

@@ -47,7 +47,6 @@ std::string user_comment(const std::string& code, const std::string& value) {
 TEST(JpegEdit, FieldsAreAddedAndReplaced) {
   check_fields({
       {{"-a", "artist=J. Doe"}, [](Chain& c) { set(c[0], text(0x013B, "J. Doe")); }},
-      {{"-a", "make=abc"}, [](Chain& c) { set(c[0], text(0x010F, "abc")); }},
       {{"-a", "make=abcd,artist=x,model=y z"},
        [](Chain& c) {
          set(c[0], text(0x010F, "abcd"));
@@ -61,39 +60,18 @@ TEST(JpegEdit, FieldsAreAddedAndReplaced) {
          c[0].entries.insert(place, octets(0x9C9B, kByte, std::string_view("a\0b\0", 4)));
        }},
       {{"-a", "orient=lower-right"}, [](Chain& c) { set(c[0], shorts(0x0112, {3})); }},
-      {{"-a", "ORIENT=Lower Right"}, [](Chain& c) { set(c[0], shorts(0x0112, {3})); }},
-      {{"-a", "page-num=1 2"},
+      {{"-a", "page-num=1 2,x-res=72.5,y-res=300"},
        [](Chain& c) {
          set(c[0], shorts(0x0129, {1, 2}));
-       }},
-      {{"-a", "x-res=72.5,y-res=300"},
-       [](Chain& c) {
          set(c[0], rationals(0x011A, {725000, 10000}));
          set(c[0], rationals(0x011B, {300, 1}));
        }},
       {{"-a", "main-width=-1"}, [](Chain& c) { set(c[0], longs(0x0100, {0xFFFFFFFF})); }},
-      {{"-a", "exp-time=1/125"},
+      {{"-a", "exp-time=1/125,shutter=2,aperture=2.8,exp-bias=-0.5"},
        [](Chain& c) {
          set(exif(c), rationals(0x829A, {8000, 1000000}));
-       }},
-      {{"-a", "exp-time=30"},
-       [](Chain& c) {
-         set(exif(c), rationals(0x829A, {30000000, 1000000}));
-       }},
-      {{"-a", "shutter=1/125"},
-       [](Chain& c) {
-         set(exif(c), {0x9201, kSignedRational, {6965784, 1000000}, {}});
-       }},
-      {{"-a", "shutter=2"},
-       [](Chain& c) {
          set(exif(c), {0x9201, kSignedRational, {0xFFF0BDC0, 1000000}, {}});
-       }},
-      {{"-a", "aperture=2.8"},
-       [](Chain& c) {
          set(exif(c), rationals(0x9202, {29708, 10000}));
-       }},
-      {{"-a", "exp-bias=-0.5"},
-       [](Chain& c) {
          set(exif(c), {0x9204, kSignedRational, {0xFFFFEC78, 10000}, {}});
        }},
       // So does 0xA420 in the EXIF IFD, before the Interoperability pointer.
@@ -108,12 +86,12 @@ TEST(JpegEdit, FieldsAreAddedAndReplaced) {
          set(exif(c), octets(0x8828, kUndefined, Bytes{0x00, 0xFF, 0x7A}));
          set(exif(c), octets(0x9000, kUndefined, "0210"));
        }},
-      {{"-a", "date-taken=2004-may-03 10:20"},
-       [](Chain& c) { set(exif(c), text(0x9003, "2004:05:03 10:20:00")); }},
-      {{"-a", "date-digi=25122004"},
-       [](Chain& c) { set(exif(c), text(0x9004, "2004:12:25 00:00:00")); }},
-      {{"-a", "comment=hello"},
-       [](Chain& c) { set(exif(c), octets(0x9286, kUndefined, user_comment("ASCII", "hello"))); }},
+      {{"-a", "date-taken=2004-may-03 10:20,date-digi=25122004,comment=hello"},
+       [](Chain& c) {
+         set(exif(c), text(0x9003, "2004:05:03 10:20:00"));
+         set(exif(c), text(0x9004, "2004:12:25 00:00:00"));
+         set(exif(c), octets(0x9286, kUndefined, user_comment("ASCII", "hello")));
+       }},
       {{"-u", "-a", "comment=a\xE9"},
        [](Chain& c) {
          const std::string wide("a\0\xE9\0", 4);
@@ -121,26 +99,20 @@ TEST(JpegEdit, FieldsAreAddedAndReplaced) {
        }},
       {{"-a", "iop-width=4294967295"},
        [](Chain& c) { set(nested(exif(c), 0xA005), longs(0x1001, {4294967295U})); }},
-      {{"-a", "gps-latitude=45 27.50,gps-lat-ref=south,gps-altitude=12.5,gps-alt-ref=sea-level"},
+      {{"-a",
+        "gps-latitude=45 27.50,gps-lat-ref=south,gps-altitude=12.5,gps-alt-ref=sea-level,"
+        "gps-longitude=\"8, 30, 15.25\""},
        [](Chain& c) {
+         set(gps(c), rationals(0x0004, {8, 1, 30, 1, 152500, 10000}));
          set(gps(c), text(0x0001, "S"));
          set(gps(c), rationals(0x0002, {45, 1, 275000, 10000, 0, 1}));
          set(gps(c), octets(0x0005, kByte, std::string_view("\0", 1)));
          set(gps(c), rationals(0x0006, {125000, 10000}));
        }},
-      {{"-a", "gps-longitude=\"8, 30, 15.25\""},
-       [](Chain& c) {
-         set(gps(c), rationals(0x0004, {8, 1, 30, 1, 152500, 10000}));
-       }},
       {{"-a", "th-x-res=300,th-width=160"},
        [](Chain& c) {
          set(c[1], longs(0x0100, {160}));
          set(c[1], rationals(0x011A, {300, 1}));
-       }},
-      {{"-s"},
-       [](Chain& c) {
-         set(exif(c), longs(0xA002, {1234}));
-         set(exif(c), longs(0xA003, {567}));
        }},
       // The -s fields come last and so win over the list.
       {{"-s", "-a", "width=9,artist=x"},
@@ -215,11 +187,8 @@ TEST(JpegEdit, ValuesAreTemplatesAndTexts) {
        description("Acme//[nosuch]/[file base]/photo.jpg")},
       {{"-a", "description=[date-taken] [FILE-NAME-BACKUP] [orient]"},
        description("2004:05:01 10:20:30 photo-be.jpg Upper Left")},
-      {{"-a", "description=head[exif-head]one[exif-file]two[exif-tail]three"},
-       description("headtwo")},
       {{"-a", R"(description=a\nb\tc\\d\qe)"}, description("a\nb\tc\\d\\qe")},
       {{"-c", "'", "-a", R"(description='a, b = \'c\' "d"')"}, description("a, b = 'c' \"d\"")},
-      {{"-c", "39", "-a", "description=''"}, description(" ")},
       {{"-a", "description=a  b  ,model=Model 1"}, description("a  b")},
       // A field edited in this run has no text yet.
       {{"-a", "make=New,description=[make]"},
@@ -245,13 +214,11 @@ TEST(JpegEdit, CharacterSets) {
   const std::string e_acute("\xE9\0", 2);
   const std::string snow("\xEA\x96", 2);  // U+96EA
   check_fields({
-      {{"-a", "artist=Jos\xC3\xA9"}, artist("Jos\xC3\xA9")},
       {{"-p", "LOCAL=utf-8,EXIF=iso-8859-1", "-a", "artist=Jos\xC3\xA9"}, artist("Jos\xE9")},
       {{"-a", "artist=Jos\xC3\xA9"},
        artist("Jos\xE9"),
        "",
        {"ORVALE_CS_LOCAL=utf-8", "ORVALE_CS_EXIF=ISO-8859-1"}},
-      {{"-p", "EXIF=UTF-8", "-a", "artist=Jos\xE9"}, artist("Jos\xC3\xA9")},
       {{"-a", "xp-title=\xE9"}, title(e_acute)},
       {{"-a", "xp-title=\xC3\xA9\xE9\x9B\xAA"},
        title(e_acute + snow),
@@ -353,8 +320,6 @@ TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
                 app13_photoshop({resource(1005, "", noise(16, 8))}), foreign_app13, app14_adobe(),
                 segment(0xEF, noise(9, 1)), comment("a note"), picture(), comment("another")});
     const EditCase cases[] = {
-        {add, jpeg({app1_xmp(), old_exif, tail}), jpeg({app1_xmp(), added, tail})},
-        {add, jpeg({old_exif, app1_xmp(), tail}), jpeg({added, app1_xmp(), tail})},
         {add, jpeg({app0_jfif(), app1_xmp(), old_exif, app1_xmp(), tail}),
          jpeg({app0_jfif(), app1_xmp(), added, app1_xmp(), tail})},
         // The first Exif segment counts; a second is dropped once the first is written anew.
@@ -372,16 +337,6 @@ TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
         {remove, jpeg({app2_icc(), old_exif, tail}), jpeg({app2_icc(), removed, tail})},
         {add, jpeg({comment("first"), app0_jfif(), old_exif, tail}),
          jpeg({added, comment("first"), app0_jfif(), tail})},
-        {{"-s"},
-         jpeg({old_exif, picture()}),
-         jpeg({written_exif(big,
-                            [] {
-                              Chain chain = camera();
-                              set(exif(chain), longs(0xA002, {1234}));
-                              set(exif(chain), longs(0xA003, {567}));
-                              return chain;
-                            }()),
-               picture()})},
         // Erasing leaves what stays as it was, Exif included.
         {{"-e", "e"}, jpeg({app0_jfif(), old_exif, second_exif, tail}), jpeg({app0_jfif(), tail})},
         {{"-e", "F"},
@@ -413,6 +368,10 @@ TEST(JpegEdit, NewFieldsNeverSplitAnIfdFromWhatIsNestedBehindIt) {
   const Entry make = text(0x010F, "Acme");
   const Entry gps_version = octets(0x0000, kByte, std::string_view("\2\0\0\0", 4));
   const Entry north = text(0x0001, "N");
+  const Entry nikon = text(0x010F, "NIKON"), model = text(0x0110, "E5000");
+  const Entry srgb = shorts(0xA001, {1});
+  const Entry note = maker_note(ifd_of(
+      {text(0x0004, "FINE"), pointer(0x0011, std::vector<Ifd>{ifd_of({shorts(0x0103, {6})})})}));
   const Chain source = {ifd_of({make, pointer(0x8769, {exif_version, interop}), title})};
   struct {
     Words arguments;
@@ -438,6 +397,18 @@ TEST(JpegEdit, NewFieldsNeverSplitAnIfdFromWhatIsNestedBehindIt) {
        {ifd_of({make, pointer(0x8769, {exif_version, interop, shorts(0xA217, {2})})})},
        {ifd_of({make, pointer(0x8769, {exif_version, interop, octets(0xA20C, kUndefined, Bytes{0}),
                                        shorts(0xA217, {2})})})}},
+      // A maker note and the IFD nested in it stay together, whatever comes around them.
+      {{"-a", "date-taken=2004:05:01,comment=ab,main-width=8,th-width=9"},
+       {ifd_of({nikon, model, pointer(0x8769, {exif_version, note, srgb, interop})}),
+        ifd_of({make})},
+       {ifd_of({longs(0x0100, {8}), nikon, model,
+                pointer(0x8769,
+                        {exif_version, text(0x9003, "2004:05:01 00:00:00"), note,
+                         octets(0x9286, kUndefined, user_comment("ASCII", "ab")), srgb, interop})}),
+        ifd_of({longs(0x0100, {9}), make})}},
+      {{"-a", "exp-time=2"},
+       {ifd_of({nikon, model, pointer(0x8769, {note, srgb})})},
+       {ifd_of({nikon, model, pointer(0x8769, {seconds, note, srgb})})}},
       // An IFD that loses its own fields keeps the one nested in it, and takes it back.
       {{"-r", "exif-ver"},
        {ifd_of({make, pointer(0x8769, {exif_version, interop}), pointer(0x8825, {gps_version})})},
@@ -453,25 +424,6 @@ TEST(JpegEdit, NewFieldsNeverSplitAnIfdFromWhatIsNestedBehindIt) {
   for (const auto& wanted : cases) {
     check_edit({wanted.arguments, jpeg({source_exif(false, wanted.source), picture()}),
                 jpeg({written_exif(false, wanted.expected), picture()})},
-               "photo.jpg");
-  }
-}
-
-TEST(JpegEdit, SubIfdArraysAndTheirImages) {
-  for (const bool big : {false, true}) {
-    Ifd preview =
-        ifd_of({longs(0x0100, {160}), image_locator(0x0201, kLong), image_locator(0x0202, kLong)});
-    preview.thumbnail = noise(57, 21);
-    Ifd strips =
-        ifd_of({longs(0x0100, {8}), image_locator(0x0111, kLong), image_locator(0x0117, kShort)});
-    strips.images = {noise(31, 22), noise(32, 23)};
-    Chain chain = camera();
-    set(chain[0], pointer(0x014A, {preview, strips, ifd_of({longs(0x0100, {9})})}));
-    Chain changed = chain;
-    set(changed[0], text(0x013B, "x"));
-    check_edit({{"-a", "artist=x"},
-                jpeg({source_exif(big, chain), picture()}),
-                jpeg({written_exif(big, changed), picture()})},
                "photo.jpg");
   }
 }

@@ -1,10 +1,7 @@
 // The photograph is never at risk: whatever fails, its name leads to the whole old or the whole new
 // file, and the original's bytes are never lost.
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -65,51 +62,6 @@ TEST(Safety, TemporaryNameThatIsTaken) {
   expect_outcome(outcome, 0, "", "");
   expect_files(sandbox,
                {{"photo.jpg", after()}, {temporary_name(outcome.pid, 0), bytes_of("mine")}});
-}
-
-TEST(Safety, NewFileThatCannotBeFinished) {
-  const Sandbox sandbox({{"photo.jpg", before()}, {"photo.tif", written_tiff(true, camera())}});
-  RunSettings settings;
-  settings.before_exec = [] {
-    ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit = {700, 700};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-  };
-  const Outcome outcome = sandbox.run({"-b", "-a", "artist=x", "photo.jpg", "photo.tif"}, settings);
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_NE(outcome.err.find("Error: File photo.jpg: Error while writing image file\n"),
-            std::string::npos)
-      << outcome.err;
-  EXPECT_NE(outcome.err.find("Error: File photo.tif: Error while writing image file\n"),
-            std::string::npos)
-      << outcome.err;
-  expect_files(sandbox, {{"photo.jpg", before()}, {"photo.tif", written_tiff(true, camera())}});
-}
-
-TEST(Safety, SignalsLeaveNoTemporaryFile) {
-  const Bytes pixels = noise(24U << 20U, 1);
-  const Bytes large = joined({before(), pixels});
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-    const Sandbox sandbox({{"photo.jpg", large}});
-    RunSettings settings;
-    // A helper process sends the signal as soon as the temporary file shows.
-    settings.before_exec = [number] {
-      const pid_t editor = ::getpid();
-      const auto handle = static_cast<int>(::syscall(SYS_pidfd_open, editor, 0));
-      if (handle < 0 || ::fork() != 0) {
-        return;
-      }
-      const std::string name = temporary_name(editor, 0);
-      while (::getppid() == editor && ::access(name.c_str(), F_OK) != 0) {
-      }
-      ::syscall(SYS_pidfd_send_signal, handle, number, nullptr, 0);
-      ::_exit(0);
-    };
-    const Outcome outcome = sandbox.run(kAdd, settings);
-    // A run that was quicker than the signal is done.
-    EXPECT_TRUE(outcome.status == -number || outcome.status == 0) << outcome.status;
-    expect_files(sandbox, {{"photo.jpg", outcome.status == 0 ? joined({after(), pixels}) : large}});
-  }
 }
 
 TEST(Safety, WhatCouldNotBeReadStaysInTheBackup) {

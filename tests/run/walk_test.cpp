@@ -10,6 +10,7 @@
 
 #include "common/image_builder.h"
 #include "common/run_tagmend.h"
+#include "run/shown_fields.h"
 
 namespace tagmend::test {
 namespace {
@@ -24,18 +25,11 @@ Bytes photo(const std::string& description = {}) {
 }
 
 /// The lines of a stream, sorted: a walk meets files in the order of the system.
-std::vector<std::string> sorted_lines(const std::string& text) {
-  std::vector<std::string> lines;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    lines.push_back(text.substr(at, end - at));
-    at = end + 1;
-  }
+Texts sorted_lines(const std::string& text) {
+  Texts lines = lines_of(text);
   std::sort(lines.begin(), lines.end());
   return lines;
 }
-
-using Lines = std::vector<std::string>;
 
 TEST(Walk, NamesAndDirectoriesAreThoseOfTheOperand) {
   // What [file-name-full] and [file-dir] say of the one file that each operand leads to.
@@ -76,7 +70,7 @@ TEST(Walk, EveryImageOfADirectoryOnce) {
                   {"d/sub/s.jpg", photo()},
                   {"after.jpg", photo("x")},
                   {"after-be.jpg", photo()}};
-  Lines successes;
+  Texts successes;
   for (int i = 0; i < 40; ++i) {
     const std::string name = "photo" + std::to_string(i);
     files["d/" + name + ".jpg"] = photo();
@@ -111,9 +105,9 @@ TEST(Walk, SymbolicLinksAreFollowedButNotForever) {
   ASSERT_EQ(::symlink("nowhere", sandbox.path("top/dangling").c_str()), 0);
   const Outcome outcome = sandbox.run({"-i", "-q", "-a", "description=x", "top"});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(sorted_lines(outcome.out), (Lines{"a.jpg: Edit successful.", "b.jpg: Edit successful.",
+  EXPECT_EQ(sorted_lines(outcome.out), (Texts{"a.jpg: Edit successful.", "b.jpg: Edit successful.",
                                               "c.jpg: Edit successful."}));
-  const Lines errors = sorted_lines(outcome.err);
+  const Texts errors = sorted_lines(outcome.err);
   ASSERT_EQ(errors.size(), 2U) << outcome.err;
   EXPECT_EQ(errors[0].rfind("Error: Can't open directory ", 0), 0U) << errors[0];
   EXPECT_EQ(errors[1],

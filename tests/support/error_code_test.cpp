@@ -29,12 +29,5 @@ TEST(ErrorText, HasATextForEveryNumber) {
   }
 }
 
-TEST(ErrorText, FormattedTextsShareOneBuffer) {
-  const char* const first = error_text(static_cast<ErrorCode>(53));
-  EXPECT_EQ(error_text(static_cast<ErrorCode>(1000)), first);
-  EXPECT_STREQ(first, "Unknown EXIF error code 1000");
-  EXPECT_EQ(error_text(ErrorCode::too_many_fields), first);
-}
-
 }  // namespace
 }  // namespace tagmend

@@ -13,25 +13,6 @@ using test::bytes_of;
 using test::errors_of;
 using test::noise;
 
-TEST(FilePrimitives, NumbersFollowTheByteOrder) {
-  Bytes bytes(12);
-  const MFileHandle file = test::memory_file(bytes);
-  EXPECT_EQ(write_u16(*file, 0x1234, true), ErrorCode::ok);
-  EXPECT_EQ(write_u16(*file, 0x1234, false), ErrorCode::ok);
-  EXPECT_EQ(write_u32_at(*file, 8, 0x56789ABC, false), ErrorCode::ok);
-  EXPECT_EQ(write_u32_at(*file, 4, 0x56789ABC, true), ErrorCode::ok);
-  EXPECT_EQ(write_u16_at(*file, 2, 0x4321, false), ErrorCode::ok);
-  EXPECT_EQ(bytes, (Bytes{0x12, 0x34, 0x21, 0x43, 0x56, 0x78, 0x9A, 0xBC, 0xBC, 0x9A, 0x78, 0x56}));
-  std::uint16_t half = 0;
-  std::uint32_t word = 0;
-  EXPECT_EQ(read_u16_at(*file, 2, half, false), ErrorCode::ok);
-  EXPECT_EQ(half, 0x4321);
-  EXPECT_EQ(read_u32(*file, word, true), ErrorCode::ok);
-  EXPECT_EQ(word, 0x56789ABCU);
-  EXPECT_EQ(read_u32_at(*file, 8, word, false), ErrorCode::ok);
-  EXPECT_EQ(word, 0x56789ABCU);
-}
-
 TEST(FilePrimitives, TellHowANumberFailed) {
   Bytes bytes(7);
   const MFileHandle file = test::memory_file(bytes);

@@ -16,33 +16,18 @@ namespace {
 class Messages : public testing::Test {
  protected:
   ~Messages() override { library_settings = LibrarySettings{}; }
-
-  static std::string errors_and_warnings() {
-    return test::errors_of([] {
-      print_error("Error: %d\n", 1);
-      print_warning("Warning: %d\n", 2);
-    });
-  }
 };
 
 TEST_F(Messages, EachSwitchSilencesItsKind) {
-  EXPECT_EQ(errors_and_warnings(), "Error: 1\nWarning: 2\n");
+  const auto print = [] {
+    print_error("Error: %d\n", 1);
+    print_warning("Warning: %d\n", 2);
+  };
+  EXPECT_EQ(test::errors_of(print), "Error: 1\nWarning: 2\n");
   library_settings.warnings_suppressed = true;
-  EXPECT_EQ(errors_and_warnings(), "Error: 1\n");
+  EXPECT_EQ(test::errors_of(print), "Error: 1\n");
   library_settings.errors_suppressed = true;
-  EXPECT_EQ(errors_and_warnings(), "");
-}
-
-TEST_F(Messages, TraceNeedsTheVerboseFlagAndIndents) {
-  testing::internal::CaptureStdout();
-  trace(1, "silent\n");
-  library_settings.verbose = true;
-  trace(0, "none\n");
-  trace(2, "six\n");
-  trace(7, "twenty-one\n");
-  trace(1000, "no more\n");
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "none\n      six\n                     twenty-one\n                     no more\n");
+  EXPECT_EQ(test::errors_of(print), "");
 }
 
 TEST_F(Messages, LeaveErrnoAloneEvenWhenTheyCannotBePrinted) {
@@ -72,17 +57,6 @@ TEST_F(Messages, KeepTheProgramsOrderAndCleanUpOnce) {
         end_program(7);
       },
       testing::ExitedWithCode(3), "^first\nsecond\nthird\ncleaned\n$");
-}
-
-TEST_F(Messages, AFailedCheckSpeaksWhateverTheSwitchesSay) {
-  check_consistency(true, 1, module_exif);
-  library_settings.errors_suppressed = true;
-  EXPECT_EXIT(
-      {
-        dup2(STDERR_FILENO, STDOUT_FILENO);
-        check_consistency(false, 5342, module_exif);
-      },
-      testing::ExitedWithCode(1), "^ASSERT failed at 5342 in exif.cpp\n$");
 }
 
 TEST(TextBuffer, StopsWhereItsRoomEnds) {

@@ -1,11 +1,9 @@
 #include "support/mfile.h"
 
 #include <fcntl.h>
-#include <sys/resource.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 
 #include "support/support_test_tools.h"
 
@@ -22,10 +20,6 @@ Bytes read_bytes(MFILE& file, std::size_t count) {
   return bytes;
 }
 
-std::size_t write_bytes(MFILE& file, const Bytes& bytes) {
-  return mfwrite(bytes.data(), 1, bytes.size(), file);
-}
-
 // ---- Memory files
 
 TEST(MemoryFile, ReadsAndWritesWholeItems) {
@@ -37,6 +31,9 @@ TEST(MemoryFile, ReadsAndWritesWholeItems) {
   EXPECT_EQ(mftell(*file), 4);
   EXPECT_EQ(mfread(out.data(), 1, 1, *file), 0U);
   EXPECT_EQ(mfread(out.data(), ~std::size_t{0}, 2, *file), 0U) << "a product beyond any memory";
+  EXPECT_EQ(mfseek(*file, 8, Whence::start), 0);
+  EXPECT_EQ(mfread(out.data(), 1, 1, *file), 0U) << "behind the data";
+  EXPECT_EQ(mfseek(*file, 4, Whence::start), 0);
 
   EXPECT_EQ(mfwrite("12345678", 1, 8, *file), 6U) << "grows to its capacity";
   EXPECT_STREQ(buffer.data(), "abcd123456");
@@ -89,13 +86,6 @@ TEST(MemoryFile, SeeksInsideItsBuffer) {
       EXPECT_EQ(mferror(*file), 0) << "any access clears the error";
     }
   }
-}
-
-TEST(MemoryFile, ReadsNothingBehindItsData) {
-  Bytes buffer(10);
-  const MFileHandle file(mfopen_memfile(buffer.data(), 10, 4));
-  ASSERT_EQ(mfseek(*file, 8, Whence::start), 0);
-  EXPECT_EQ(read_bytes(*file, 1), Bytes{});
 }
 
 TEST(MemoryFile, RefusesWhatMakesNoSense) {
@@ -164,23 +154,6 @@ TEST_F(DiskFiles, ReadErrorsAreToldFromTheEnd) {
   EXPECT_EQ(mferror(*directory), EISDIR);
 }
 
-TEST_F(DiskFiles, PatchesNearTheEndStayInMemory) {
-  MFILE* const file = mfopen("out", "wb+");
-  Bytes expected = noise(70000, 1);
-  write_bytes(*file, expected);
-  ASSERT_EQ(mfseek(*file, 4, Whence::start), 0);
-  write_bytes(*file, {1, 2});
-  expected[4] = 1;
-  expected[5] = 2;
-  EXPECT_EQ(read_bytes(*file, 2), Bytes(expected.begin() + 6, expected.begin() + 8));
-  ASSERT_EQ(mfseek(*file, 0, Whence::end), 0);
-  EXPECT_EQ(mftell(*file), 70000);
-  EXPECT_EQ(std::filesystem::file_size("out"), 0U) << "nothing has been written yet";
-  EXPECT_EQ(mfflush(*file), 0);
-  EXPECT_EQ(read_file("out"), expected);
-  EXPECT_EQ(mfclose(file), 0);
-}
-
 /// Random accesses of one file beside the same on a vector: sizes on both sides of the windows,
 /// places in front of, inside, right behind and far behind them.
 void run_against_model(MFILE& file, MFILE& source, const Bytes& source_bytes, Bytes& model,
@@ -208,13 +181,13 @@ void run_against_model(MFILE& file, MFILE& source, const Bytes& source_bytes, By
       position += expected.size();
     } else {
       const std::size_t from = random(static_cast<std::uint32_t>(source_bytes.size() - size));
+      ASSERT_EQ(mfseek(source, static_cast<std::int64_t>(from), Whence::start), 0);
       if (action == 3) {
-        ASSERT_EQ(mfseek(source, static_cast<std::int64_t>(from), Whence::start), 0);
         ASSERT_EQ(mfcopy(source, file, size), size);
-        ASSERT_EQ(mftell(source), static_cast<std::int64_t>(from + size));
       } else {
-        ASSERT_EQ(mfwrite(source_bytes.data() + from, size, 1, file), 1U);
+        ASSERT_EQ(mfwrite(read_bytes(source, size).data(), size, 1, file), 1U);
       }
+      ASSERT_EQ(mftell(source), static_cast<std::int64_t>(from + size));
       model.resize(std::max(model.size(), position + size));
       std::copy_n(source_bytes.begin() + static_cast<std::ptrdiff_t>(from), size,
                   model.begin() + static_cast<std::ptrdiff_t>(position));
@@ -237,20 +210,6 @@ TEST_F(DiskFiles, BehaveAsTheirBytesDo) {
     run_against_model(*file, *source, source_bytes, model, seed);
     EXPECT_EQ(mfclose(file), 0);
     ASSERT_EQ(read_file("out"), model);
-  }
-}
-
-TEST_F(DiskFiles, ManyShortReadsSeeTheFilesBytes) {
-  const Bytes bytes = noise(50000, 1);
-  write_file("photo.jpg", bytes);
-  const MFileHandle file(mfopen("photo.jpg", "rb"));
-  for (std::size_t at = 0; at < bytes.size(); at += 7919) {
-    for (const std::size_t size : {std::size_t{2}, std::size_t{8191}, std::size_t{8192}, at + 1}) {
-      ASSERT_EQ(mfseek(*file, static_cast<std::int64_t>(at), Whence::start), 0);
-      const auto first = bytes.begin() + static_cast<std::ptrdiff_t>(at);
-      const std::size_t count = std::min(size, bytes.size() - at);
-      ASSERT_EQ(read_bytes(*file, size), Bytes(first, first + static_cast<std::ptrdiff_t>(count)));
-    }
   }
 }
 
@@ -306,36 +265,6 @@ TEST_F(DiskFiles, AFullDiskIsToldAtTheLatestByTheClose) {
   EXPECT_EQ(mfwrite("abc", 3, 1, *file), 0U);
   EXPECT_EQ(errno, ENOSPC);
   EXPECT_EQ(mfclose(file), -1) << "a lost write is never forgotten";
-
-  file = open_full();
-  EXPECT_EQ(write_bytes(*file, noise(500000, 1)), 0U) << "too long for the window";
-  EXPECT_EQ(mfclose(file), -1);
-
-  write_file("source", noise(500000, 1));
-  const MFileHandle source(mfopen("source", "rb"));
-  file = open_full();
-  EXPECT_LT(mfcopy(*source, *file, 500000), 500000U);
-  EXPECT_EQ(mferror(*file), ENOSPC);
-  EXPECT_EQ(mfclose(file), -1);
-}
-
-TEST_F(DiskFiles, AFileSizeLimitEndsACopyThere) {
-  write_file("source", noise(500000, 1));
-  const MFileHandle source(mfopen("source", "rb"));
-  MFILE* const file = mfopen("out", "wb+");
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit old{};
-  getrlimit(RLIMIT_FSIZE, &old);
-  const rlimit limited{200000, old.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &limited);
-  const std::uint64_t copied = mfcopy(*source, *file, 500000);
-  const int error = mferror(*file);
-  const int closed = mfclose(file);
-  setrlimit(RLIMIT_FSIZE, &old);
-  EXPECT_LT(copied, 500000U);
-  EXPECT_EQ(error, EFBIG);
-  EXPECT_EQ(closed, -1);
-  EXPECT_EQ(read_file("out"), noise(200000, 1));
 }
 
 TEST_F(DiskFiles, APipeIsReadOn) {

@@ -3,7 +3,6 @@
 #include <bit>
 #include <cstring>
 
-#include "support/settings.h"
 #include "support/support_test_tools.h"
 
 namespace tagmend {
@@ -44,21 +43,7 @@ TEST(TaggedMemory, AWrongOwnerEndsTheProgram) {
   void* const block = exif_malloc(4, "EL", 1);
   EXPECT_EXIT(exif_mfree(block, "CB"), testing::ExitedWithCode(255),
               "^Interal Error: exif_mfree buffer type incorrect \\('EXEL' != 'EXCB'\\)\n$");
-  EXPECT_EXIT(
-      {
-        library_settings.errors_suppressed = true;
-        exif_mfree(block, "CB");
-      },
-      testing::ExitedWithCode(255), "^$");
   exif_mfree(block, "EL");
-}
-
-TEST(TaggedMemory, AWorkBufferIsTakenOnce) {
-  WorkBuffer buffer;
-  EXPECT_EQ(buffer.block, nullptr);
-  const std::span<std::uint8_t> bytes = buffer.bytes();
-  EXPECT_EQ(bytes.size(), 0x40000U);
-  EXPECT_EQ(buffer.bytes().data(), bytes.data());
 }
 
 }  // namespace

@@ -108,6 +108,9 @@ TEST(Completion, AnswersInBash) {
   const Folder folder;
   ShellSession shell({"bash", "--norc", "--noprofile", "-i"}, folder.path(),
                      {"bind 'set bell-style none'", "source '" + bash_completion + "'"});
+  if (!shell.has_terminal()) {
+    GTEST_SKIP() << "there is no terminal to be had";
+  }
   check_lines(shell, common_lines);
   check_lines(
       shell,
@@ -128,6 +131,9 @@ TEST(Completion, AnswersInZsh) {
   ShellSession shell({"zsh", "-f", "-i"}, folder.path(),
                      {"fpath=('" + zsh_directory + "' $fpath)", "autoload -Uz compinit",
                       "compinit -u -D", "setopt no_beep no_auto_remove_slash"});
+  if (!shell.has_terminal()) {
+    GTEST_SKIP() << "there is no terminal to be had";
+  }
   check_lines(shell, common_lines);
 }
 

@@ -26,6 +26,9 @@ class ShellSession {
     if (child_ == 0) {
       start(command, directory);
     }
+    if (!has_terminal()) {
+      return;
+    }
     for (const std::string& line : set_up) {
       type(line + "\n");
     }
@@ -35,12 +38,18 @@ class ShellSession {
     read_until("ready> ");
   }
   ~ShellSession() {
+    if (!has_terminal()) {
+      return;
+    }
     ::close(terminal_);
     ::kill(child_, SIGKILL);
     ::waitpid(child_, nullptr, 0);
   }
   ShellSession(const ShellSession&) = delete;
   ShellSession& operator=(const ShellSession&) = delete;
+
+  /// Whether the system had a terminal to give; without one nothing may be typed.
+  [[nodiscard]] bool has_terminal() const { return child_ > 0; }
 
   /// Types "tagmend", a blank and the text, and ends the line. Returns the program's arguments,
   /// each between "<" and ">".
