@@ -30,7 +30,7 @@ constexpr bool is_frame_header(std::uint16_t marker) {
 
 /// Bytes that are read of a JPEG file before its Exif segment is known: APP0 and an Exif segment of
 /// any length lie in them where they stand as the standards want it.
-inline constexpr std::size_t jpeg_leading_length = 72 * 1024;
+inline constexpr std::size_t jpeg_leading_length = 0x12000;
 
 /// File offset of the first marker, behind the start-of-image marker.
 inline constexpr std::uint32_t first_marker_pos = 2;

@@ -21,7 +21,7 @@ namespace {
 // are never touched.
 constinit std::array<std::uint8_t, work_buffer_size> leading_data{};
 
-constexpr std::size_t first_read_length = 16 * 1024;
+constexpr std::size_t first_read_length = 0x4000;
 static_assert(first_read_length < jpeg_leading_length && jpeg_leading_length < work_buffer_size);
 
 // The shortest file whose first bytes are looked at.
