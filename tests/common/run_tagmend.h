@@ -118,7 +118,7 @@ class Sandbox {
     return found;
   }
 
-  Outcome run(const Words& arguments, const RunSettings& settings = {}) const;
+  [[nodiscard]] Outcome run(const Words& arguments, const RunSettings& settings = {}) const;
 
  private:
   std::string root_;
