@@ -374,6 +374,7 @@ ErrorCode write_chain(IfdWriter& writer, TableRange chain, std::uint16_t level,
     }
     writer.ifd_pos = writer.data_end;
     chain.begin = ifd.end;
+    pointer = root_main;  // a header stands in front of the first IFD only
   }
   return ErrorCode::ok;
 }

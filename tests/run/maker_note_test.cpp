@@ -408,6 +408,34 @@ TEST(MakerNote, PrefixesThatDoNotFit) {
   }
 }
 
+// Only the first IFD of a note has the maker's header in front of it; what stands behind it is
+// linked.
+TEST(MakerNote, IfdsBehindItsFirst) {
+  const auto words = [](std::initializer_list<unsigned> numbers) {
+    Bytes out;
+    for (const unsigned number : numbers) {
+      out.push_back(static_cast<std::uint8_t>(number >> 8U));
+      out.push_back(static_cast<std::uint8_t>(number));
+    }
+    return out;
+  };
+  const Bytes start = words({0x4D4D, 42, 0, 8});
+  const Bytes make = bytes_of("OLYMPUS OPTICAL CO.,LTD\0"s);
+  const auto exif_and_note = [&words](unsigned note, unsigned second) {
+    return joined({words({1, 0x927C, 7, 0, 44, 0, note, 0, 0}), bytes_of("OLYMP\0\1\0"s),
+                   words({1, 0x0207, 2, 0, 4, 0x6162, 0x6300, 0, second}),
+                   words({1, 0xABCD, 3, 0, 1, 7, 0, 0, 0})});
+  };
+  const Bytes source = joined({start, words({3,      0x010F, 2,      0, 24, 0, 50, 0x0110, 2, 0, 4,
+                                             0x432D, 0x3100, 0x8769, 4, 0,  1, 0,  74,     0, 0}),
+                               make, exif_and_note(92, 118)});
+  const Bytes edited = joined(
+      {start, words({4, 0x010F, 2, 0,      24, 0,      62, 0x0110, 2, 0, 4,  0x432D, 0x3100, 0x013B,
+                     2, 0,      2, 0x7800, 0,  0x8769, 4,  0,      1, 0, 86, 0,      0}),
+       make, exif_and_note(104, 130)});
+  check_edit({{"-b", "-a", "artist=x"}, source, edited}, "photo.tif");
+}
+
 // A note behind a wrong prefix that holds no IFD is carried over as it is.
 TEST(MakerNote, WhatIsNoNoteOfItsLayoutKeepsItsBytes) {
   for (const Camera& camera : cameras()) {
