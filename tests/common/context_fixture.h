@@ -62,7 +62,7 @@ class ContextTest : public testing::Test {
   ~ContextTest() override { library_settings = {}; }
 
   /// "nickname type [text] position", one field of the table a line.
-  std::string listed() const {
+  [[nodiscard]] std::string listed() const {
     std::string lines;
     for (const FieldEntry& entry : image_->table()) {
       lines += std::string(field_table_defs[entry.def].nickname) + " " +

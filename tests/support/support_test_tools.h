@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -31,8 +32,7 @@ class InScratchDirectory : public testing::Test {
 
   static void write_file(const std::string& name, const Bytes& bytes) {
     std::ofstream stream(name, std::ios::binary);
-    stream.write(reinterpret_cast<const char*>(bytes.data()),
-                 static_cast<std::streamsize>(bytes.size()));
+    std::copy(bytes.begin(), bytes.end(), std::ostreambuf_iterator<char>(stream));
   }
   static Bytes read_file(const std::string& name) {
     std::ifstream stream(name, std::ios::binary);
