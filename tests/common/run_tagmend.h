@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -147,9 +148,15 @@ inline std::vector<char*> pointers(Words& words) {
 }
 
 inline Words environment_for(const RunSettings& settings) {
-  Words all = settings.environment;  // getenv takes the first of two
+  Words all = settings.environment;
   const std::string directory = std::filesystem::path(settings.program).parent_path();
-  all.insert(all.end(), {"PATH=" + directory + ":/usr/bin:/bin", "LC_ALL=C", "TZ=UTC"});
+  for (const std::string& usual :
+       {"PATH=" + directory + ":/usr/bin:/bin", std::string("LC_ALL=C"), std::string("TZ=UTC")}) {
+    const std::string name = usual.substr(0, usual.find('=') + 1);
+    if (std::ranges::none_of(all, [&](const auto& set) { return set.starts_with(name); })) {
+      all.push_back(usual);
+    }
+  }
   for (const char* const name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LLVM_PROFILE_FILE"}) {
     if (const char* const value = std::getenv(name)) {
       all.push_back(std::string(name) + "=" + value);
