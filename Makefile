@@ -4,6 +4,7 @@ PREFIX ?= /usr/local
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
 FUZZ_SECONDS ?= 60
+FUZZ_SEED ?= 0
 
 .PHONY: all try check sanitize fuzz clang format format-check bench install clean
 .PHONY: build-tools test-tools clang-tools format-tools bench-tools
@@ -29,7 +30,7 @@ sanitize: build-tools test-tools clang-tools
 fuzz: build-tools test-tools clang-tools
 	cmake --preset sanitize
 	cmake --build --preset fuzz --parallel $(JOBS)
-	fuzz/run.sh build-sanitize $(FUZZ_SECONDS)
+	fuzz/run.sh build-sanitize $(FUZZ_SECONDS) $(FUZZ_SEED)
 
 clang: build-tools test-tools clang-tools
 	cmake --preset clang
