@@ -31,8 +31,18 @@ struct StartDirectory {
   std::unique_ptr<char, FreeText> path;
 };
 
+/// Descriptors of the start directory, which can be neither read nor written, also take the places
+/// of standard streams that the caller closed: a file opened there would be sent our messages.
+int open_start_directory() {
+  int number = -1;
+  do {
+    number = open(".", O_PATH | O_DIRECTORY | O_CLOEXEC);
+  } while (number >= 0 && number <= STDERR_FILENO);
+  return number;
+}
+
 StartDirectory record_start_directory() {
-  return {.descriptor = Descriptor(open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)),
+  return {.descriptor = Descriptor(open_start_directory()),
           .path = std::unique_ptr<char, FreeText>(getcwd(nullptr, 0))};
 }
 
