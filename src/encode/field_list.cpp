@@ -123,13 +123,11 @@ Step step_in_quoted(Token& token, ListLexer& lexer, char c) {
   }
   if (c == '\\') {
     token.escaped = true;
-    return Step::skip;
-  }
-  if (c == lexer.quote) {
+  } else if (c == lexer.quote) {
     lexer.state = ListState::start;
     return finish_before(token);
   }
-  return Step::skip;
+  return keep_quoted(token, c);
 }
 
 Step take_character(Token& token, ListLexer& lexer, char c) {
@@ -177,7 +175,8 @@ TokenKind take_end(Token& token, ListLexer& lexer, ValueText& text) {
       return TokenKind::end;
     case ListState::in_value:
       lexer.state = ListState::start;
-      return deliver_value(token, text);
+      deliver_to_end(token, text);
+      return TokenKind::value;
     case ListState::in_quoted:
       print_warning("End of string reached inside quoted string\n");
       return TokenKind::end;
@@ -194,9 +193,7 @@ TokenKind next_list_token(ListLexer& lexer, ListText& list, ValueText& token_tex
   while (list.pos < list.text.size()) {
     const bool in_name = lexer.state == ListState::in_name;
     const Step step = take_character(token, lexer, list.text[list.pos]);
-    if (step != Step::again) {
-      ++list.pos;
-    }
+    ++list.pos;
     if (step == Step::finish) {
       return in_name ? deliver_name(token, token_text) : deliver_value(token, token_text);
     }

@@ -22,6 +22,7 @@ using ValueText = std::array<char, value_limit + 1>;
 struct ListText {
   std::span<char> text;  ///< without a terminating NUL
   std::size_t pos = 0;
+  std::size_t blanks = 0;  ///< behind the text, one for each backslash that was taken out of it
 };
 
 enum class TokenKind { name = 1, value = 2, end = 3 };

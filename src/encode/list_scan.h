@@ -2,7 +2,6 @@
 // a value and for backslashes in quoted text.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -21,12 +20,12 @@ struct Token {
   std::size_t end = list.pos;                 ///< one past its last character, once that is known
   std::optional<std::size_t> blank_run = {};  ///< first blank of a run that the value may end in
   bool escaped = false;                       ///< the character before was a backslash
+  std::size_t removed = 0;                    ///< backslashes that its quoted text has lost
 };
 
 /// What a character does to the token.
 enum class Step {
   skip,    ///< go on with the next character
-  again,   ///< go on with what now stands at the position
   finish,  ///< the token is complete; go on behind the character
 };
 
@@ -49,7 +48,7 @@ inline Step keep_character(Token& token) {
 
 /// The token ends before the character in hand.
 inline Step finish_before(Token& token) {
-  token.end = token.list.pos;
+  token.end = token.list.pos - token.removed;
   return Step::finish;
 }
 
@@ -59,17 +58,21 @@ inline Step finish_trimmed(Token& token) {
   return Step::finish;
 }
 
+/// An ordinary character of a quoted value: it closes the gap of the backslashes taken out before.
+inline Step keep_quoted(Token& token, char c) {
+  token.list.text[token.list.pos - token.removed] = c;
+  return Step::skip;
+}
+
 /// The character in hand follows a backslash. A quote character loses the backslash: the rest of
-/// the list moves up and a blank fills its end.
+/// the list counts as moved up, and a blank as standing at its end.
 inline Step resolve_escape(Token& token, char c, char quote) {
   token.escaped = false;
-  if (c != quote) {
-    return Step::skip;
+  if (c == quote) {
+    ++token.removed;
+    ++token.list.blanks;
   }
-  const std::span<char> rest = token.list.text.subspan(token.list.pos - 1);
-  std::copy(rest.begin() + 1, rest.end(), rest.begin());
-  rest.back() = ' ';
-  return Step::again;
+  return keep_quoted(token, c);
 }
 
 /// Copies the token, cut to `limit` characters; an empty one is delivered as a single blank.
@@ -77,6 +80,16 @@ inline void deliver(const Token& token, std::size_t limit, ValueText& destinatio
   const std::size_t length = token.end - token.start;
   const std::string_view text{token.list.text.data() + token.start, length};
   copy_text(std::span(destination).first(limit + 1), length == 0 ? " " : text);
+}
+
+/// Copies an unquoted value that ends with the list: the blanks at the end are part of it.
+inline void deliver_to_end(const Token& token, ValueText& destination) {
+  const ListText& list = token.list;
+  TextBuffer value(destination);
+  append(value, {list.text.data() + token.start, list.text.size() - token.start});
+  for (std::size_t blank = 0; blank < list.blanks && !value.full(); ++blank) {
+    append(value, " ");
+  }
 }
 
 inline void report_unreachable() {

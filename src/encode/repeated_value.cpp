@@ -47,11 +47,12 @@ Step step_in_quoted(Token& token, const Separators& marks, char c) {
   if (token.escaped) {
     return resolve_escape(token, c, marks.quote);
   }
-  if (c == marks.quote) {
+  if (c == '\\') {
+    token.escaped = true;
+  } else if (c == marks.quote) {
     return finish_before(token);
   }
-  token.escaped = c == '\\';
-  return Step::skip;
+  return keep_quoted(token, c);
 }
 
 Step take_character(Token& token, State& state, const Separators& marks, char c) {
@@ -72,8 +73,7 @@ bool take_end(Token& token, State state, ValueText& item) {
     case State::between:
       return false;
     case State::in_item:
-      token.end = token.list.text.size();
-      deliver(token, value_limit, item);
+      deliver_to_end(token, item);
       return true;
     case State::in_quoted:
       print_warning("End of string reached inside quoted string\n");
@@ -90,9 +90,7 @@ bool split_repeated_value(ListText& list, char quote, char separator, ValueText&
   Token token{list};
   while (list.pos < list.text.size()) {
     const Step step = take_character(token, state, marks, list.text[list.pos]);
-    if (step != Step::again) {
-      ++list.pos;
-    }
+    ++list.pos;
     if (step == Step::finish) {
       deliver(token, value_limit, item);
       return true;
