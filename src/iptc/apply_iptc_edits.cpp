@@ -101,7 +101,8 @@ void append_value(Application& application, std::uint16_t row, std::string_view 
   application.store.entries[application.store.count++] = entry;
 }
 
-/// Encodes one value and appends its entry.
+/// Encodes one value and appends its entry, in place of those that it replaces: a value that cannot
+/// be encoded must not cost the file the one that it had.
 void add_value(Application& application, std::uint16_t row, std::string_view text) {
   const IptcDatasetDef& def = iptc_datasets[row];
   std::string_view encoded;
@@ -113,6 +114,9 @@ void add_value(Application& application, std::uint16_t row, std::string_view tex
   } else if (result != ErrorCode::ok) {
     print_error("Can't add IPTC field %s: %s\n", def.nickname, error_text(result));
     return;
+  }
+  if (!is_repeatable(def)) {
+    delete_entries(application.store, row);
   }
   append_value(application, row, encoded);
 }
@@ -136,14 +140,10 @@ void add_values(Application& application, const EditEntry& edit) {
 
 void apply_edit(Application& application, const EditEntry& edit) {
   const IptcDatasetDef& def = iptc_datasets[edit.field];
-  const bool removes = edit.op == EditOp::remove;
-  if (removes || !is_repeatable(def)) {
-    const bool found = delete_entries(application.store, edit.field);
-    if (removes && !found) {
+  if (edit.op == EditOp::remove) {
+    if (!delete_entries(application.store, edit.field)) {
       print_warning("Warning: Could not delete field '%s', field not found\n", def.nickname);
     }
-  }
-  if (removes) {
     return;
   }
   if (is_repeatable(def)) {
