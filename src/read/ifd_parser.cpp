@@ -203,6 +203,18 @@ bool is_movable(const MakerDef& maker) {
          maker.structure == MakerStructure::tiff_header;
 }
 
+// Keeps the bytes in front of the IFD: those of the layout, or what stands there instead.
+void keep_prefix(IfdChain& chain, ByteCursor cursor, std::uint32_t offset, bool fits,
+                 ImageFile& image) {
+  const MakerDef& maker = maker_def(image.maker_note_kind);
+  image.maker_note_prefix = maker.prefix;
+  if (!fits &&
+      place_cursor(cursor, offset, maker.header_length, chain.maker_note_buffer) == ErrorCode::ok &&
+      cursor.has(maker.header_length)) {
+    std::copy_n(cursor.rest().begin(), maker.header_length, image.maker_note_prefix.begin());
+  }
+}
+
 // Reads a maker note as an IFD. Nothing when it is none, or when it could not be read whole and its
 // bytes survive an edit better than what was understood of them: it is then an ordinary value, and
 // the fields that were read are for display only.
@@ -217,6 +229,7 @@ std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& ent
   if (!maker.is_ifd) {
     return std::nullopt;
   }
+  keep_prefix(chain, cursor, offset, fits, image);
   const std::uint32_t first_field = image.field_count;
   const bool was_incomplete = image.incomplete;
   image.incomplete = false;
@@ -305,6 +318,7 @@ std::optional<ErrorCode> read_ifds(IfdChain& chain, std::uint32_t offset, ReadCo
       return result;
     }
     offset = cursor_get_u32(chain.cursor);
+    context.image.images_unread |= chain.level == 0 && *count == 0 && offset != 0;
     ++chain.seq;
     chain.ended = offset == 0;
     if (chain.ended || all_errors(chain) > max_format_errors) {

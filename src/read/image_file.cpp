@@ -26,6 +26,7 @@ void reset_image_file(ImageFile& image) {
   image.maker_note_kind = 0;
   image.big_endian = true;
   image.maker_note_big_endian = true;
+  image.maker_note_prefix = {};
   image.file_name.front() = '\0';
   image.directory.front() = '\0';
   image.path.front() = '\0';

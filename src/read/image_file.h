@@ -109,10 +109,11 @@ struct FileIdentity {
 /// takes no room in the program file.
 struct ImageFile {
   std::uint32_t field_count = 0;
-  std::uint32_t maker_note_kind = 0;   ///< row of the maker table; 0 is generic
-  bool big_endian = false;             ///< byte order of the EXIF data
-  bool maker_note_big_endian = false;  ///< byte order of the maker note
-  std::array<char, 256> file_name{};   ///< as given; cut at 255 characters
+  std::uint32_t maker_note_kind = 0;                 ///< row of the maker table; 0 is generic
+  bool big_endian = false;                           ///< byte order of the EXIF data
+  bool maker_note_big_endian = false;                ///< byte order of the maker note
+  std::array<std::uint8_t, 12> maker_note_prefix{};  ///< bytes in front of the maker note's IFD
+  std::array<char, 256> file_name{};                 ///< as given; cut at 255 characters
   std::array<char, 256> directory{};
   std::array<char, 256> path{};  ///< directory, "/" and file name
   FileType file_type = FileType::fujifilm_raf;
@@ -130,7 +131,7 @@ struct ImageFile {
   std::int64_t metadata_end = 0;     ///< file offset behind the Exif segment, or of a TIFF's end
   bool incomplete = false;           ///< metadata was met that could not be read whole
   bool read_failed = false;          ///< the system could not read the file; not to be edited
-  bool images_unread = false;        ///< images (pages, sub-images) that were not reached
+  bool images_unread = false;        ///< pages or sub-images not reached, or pages without fields
   FileIdentity identity;             ///< of the file as it was read
   std::array<FieldEntry, field_table_capacity> fields;
 

@@ -222,7 +222,9 @@ void restore_entry(ImageFile& image, const FieldDef& def, const DeletedEntry& de
   }
 }
 
-// A field that was alone in its IFD leaves no other to go by: its new value takes its own place.
+// A field that was alone in its IFD leaves no other to go by, and where several IFDs are of one
+// kind (each page of a TIFF may have its EXIF IFD) the others are not its own: its new value takes
+// its own place.
 void insert_in_place(ImageFile& image, FieldEntry& entry, const DeletedEntry& replaced) {
   entry.index = replaced.index;
   entry.edit_state = replaced.edit_state;
@@ -234,8 +236,9 @@ ErrorCode add_field(EditContext& context, EditList& edits, EditEntry& edit,
                     const DeletedEntry& replaced) {
   const FieldDef& def = field_table_defs[edit.field];
   InsertPosition place = find_insert_position(def.ifd_kind, def.tag, context.image);
-  const bool in_place =
-      place.position == nowhere && replaced.found && replaced.index != deleted_index;
+  const bool in_other_ifd = !place.new_ifd && place.ifd.id != replaced.ifd.id;
+  const bool in_place = replaced.found && replaced.index != deleted_index &&
+                        (place.position == nowhere || in_other_ifd);
   if (in_place) {
     place = {.level = replaced.level, .seq = replaced.seq, .ifd = replaced.ifd};
   } else if (place.position == nowhere) {

@@ -55,7 +55,7 @@ std::uint32_t usual_parent(std::uint32_t pointer) {
   return tag_sub_ifd;
 }
 
-// On the main chain an emptied IFD between two others is passed over.
+// On the main chain an emptied IFD between two others does not end it.
 TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std::uint16_t level) {
   std::optional<std::uint16_t> current;
   const FieldEntry* last = nullptr;  // of the current IFD
@@ -89,13 +89,21 @@ TableRange first_ifd(std::span<const FieldEntry> table, TableRange chain, std::u
   return chain;
 }
 
-std::uint32_t count_ifds(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level) {
-  std::uint32_t count = 0;
-  while (chain.begin < chain.end) {
-    chain.begin = first_ifd(table, chain, level).end;
-    ++count;
+TableRange ifd_at_place(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level,
+                        std::uint32_t place) {
+  const TableRange ifd = first_ifd(table, chain, level);
+  const FieldEntry* const own = first_own_entry(table, ifd, level);
+  const bool lies_behind = own != nullptr && (own->seq & 0xFFFF) > place;
+  return lies_behind ? TableRange{chain.begin, chain.begin} : ifd;
+}
+
+std::uint32_t count_places(std::span<const FieldEntry> table, TableRange chain,
+                           std::uint16_t level) {
+  std::uint32_t place = 0;
+  for (; chain.begin < chain.end; ++place) {
+    chain.begin = ifd_at_place(table, chain, level, place).end;
   }
-  return count;
+  return place;
 }
 
 std::uint32_t count_entries(std::span<const FieldEntry> table, TableRange ifd,

@@ -28,8 +28,15 @@ TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std
 /// The first IFD of a chain, with all that is nested in it.
 TableRange first_ifd(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level);
 
-/// How many IFDs a chain has.
-std::uint32_t count_ifds(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level);
+/// The IFD at a place, counted from 0, of a chain whose places before it are passed; an empty range
+/// when no entries are left there and an IFD of a later place is next. What an IFD is hangs on its
+/// place.
+TableRange ifd_at_place(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level,
+                        std::uint32_t place);
+
+/// How many places a chain has, up to that of the last IFD with entries.
+std::uint32_t count_places(std::span<const FieldEntry> table, TableRange chain,
+                           std::uint16_t level);
 
 /// How many entries an IFD gets: its own, and a pointer for each chain nested in it.
 std::uint32_t count_entries(std::span<const FieldEntry> table, TableRange ifd, std::uint16_t level);

@@ -80,7 +80,7 @@ void put_header(const IfdWriter& writer, ByteCursor& buffer, std::uint32_t point
     return;
   }
   const MakerDef& maker = maker_def(writer.image.maker_note_kind);
-  cursor_put_bytes(buffer, std::span(maker.prefix).first(maker.header_length));
+  cursor_put_bytes(buffer, std::span(writer.image.maker_note_prefix).first(maker.header_length));
   if (maker.structure != MakerStructure::tiff_header) {
     return;
   }
@@ -209,7 +209,7 @@ ErrorCode write_nested(IfdWriter& writer, OpenIfd& ifd, TableRange chain, std::u
   const std::uint32_t tag = pointer_tag(table, chain, level);
   const FieldEntry* const own = first_own_entry(table, chain, level);
   const bool is_array = own != nullptr && own->seq >> 16 >= 2;
-  const std::uint32_t count = is_array ? count_ifds(table, chain, level) : 1;
+  const std::uint32_t count = is_array ? count_places(table, chain, level) : 1;
   const std::int64_t start = writer.data_end;
   OffsetArray array;
   if (count >= 2) {
@@ -349,14 +349,22 @@ ErrorCode put_offset_at(IfdWriter& writer, std::int64_t position, std::int64_t o
                       static_cast<std::uint32_t>(offset), writer.big_endian);
 }
 
+// The pages of a TIFF file, of which each must have entries (TIFF 6.0): one that has lost them all
+// goes. Elsewhere an empty IFD keeps its place.
+bool holds_pages(const ImageFile& image, std::uint16_t level) {
+  return image.file_type == FileType::tiff && level == 0;
+}
+
 // Writes the IFDs of a chain one behind the other, each linked to the next; those of an array are
 // linked through its slots instead.
 ErrorCode write_chain(IfdWriter& writer, TableRange chain, std::uint16_t level,
                       std::uint32_t pointer, OffsetArray array) {
   const std::span<const FieldEntry> table = writer.image.table();
   std::int64_t link = 0;
-  while (chain.begin < chain.end) {
-    const TableRange ifd = first_ifd(table, chain, level);
+  for (std::uint32_t place = 0; chain.begin < chain.end; ++place) {
+    const TableRange ifd = holds_pages(writer.image, level)
+                               ? first_ifd(table, chain, level)
+                               : ifd_at_place(table, chain, level, place);
     if (array.used) {
       link = array.next;
       array.next += 4;
