@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,8 @@ namespace tagmend::test {
 /// The result of a read, and a line for each field and dataset, in ascending order.
 struct Contents {
   ErrorCode code = ErrorCode::ok;
-  bool whole = false;  ///< nothing was met that could not be read
+  bool whole = false;         ///< nothing was met that could not be read
+  bool edited_twice = false;  ///< a field that is edited occurs more than once
   std::vector<std::string> lines;
 };
 
@@ -52,8 +54,15 @@ inline Contents unedited_contents(const Session& session, const Bytes& bytes) {
   contents.code = read_image_file(context, "", "", file, false);
   contents.whole = !session.image.incomplete && !session.iptc.incomplete;
   char place[64];
-  for (const FieldEntry& entry : session.image.table()) {
-    if (is_place(entry) || is_edited(session, entry)) {
+  const std::span<const FieldEntry> fields = session.image.table();
+  for (const FieldEntry& entry : fields) {
+    if (is_edited(session, entry)) {
+      contents.edited_twice |= std::count_if(fields.begin(), fields.end(), [&](const auto& other) {
+                                 return other.kind == entry.kind && other.tag == entry.tag;
+                               }) > 1;
+      continue;
+    }
+    if (is_place(entry)) {
       continue;
     }
     std::snprintf(place, sizeof place,

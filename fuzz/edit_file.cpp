@@ -64,8 +64,9 @@ void check_directory(const Bytes& original, bool backed_up) {
   require(!backed_up || test::file_content(backup) == original, "the backup is not the original");
 }
 
-/// What a file that was edited, with all of it read, must have kept.
-void check_kept(const Bytes& original, const Bytes& edited, const Words& edit) {
+/// What a file that was edited, with all of it read, must have kept. Returns whether the same edit
+/// finds nothing more to change: only the first of several equal fields is replaced or removed.
+bool check_kept(const Bytes& original, const Bytes& edited, const Words& edit) {
   const Session session = open_session();
   const Contents before = test::unedited_contents(session, original);
   const Contents after = test::unedited_contents(session, edited);
@@ -78,6 +79,7 @@ void check_kept(const Bytes& original, const Bytes& edited, const Words& edit) {
     require(picture.empty() || std::ranges::equal(picture, picture_of(edited)),
             "the picture was changed");
   }
+  return !before.edited_twice;
 }
 
 void edit_photo(const Bytes& original, const Words& edit, bool keep_backup) {
@@ -98,9 +100,10 @@ void edit_photo(const Bytes& original, const Words& edit, bool keep_backup) {
   if (edited == original) {
     return;
   }
-  check_kept(original, edited, edit);
-  static_cast<void>(test::run_here(words));
-  require(test::file_content(photo) == edited, "the same edit again changed the file");
+  if (check_kept(original, edited, edit)) {
+    static_cast<void>(test::run_here(words));
+    require(test::file_content(photo) == edited, "the same edit again changed the file");
+  }
 }
 
 }  // namespace
