@@ -1,6 +1,7 @@
 // The photograph that most whole runs start from.
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "common/image_builder.h"
@@ -40,6 +41,13 @@ inline Chain camera() {
                        rationals(0x0002, {45, 1, 27, 1, 30, 1})}),
   });
   return {main, thumbnail};
+}
+
+/// The same photograph, signed.
+inline Chain camera_of(std::string_view artist) {
+  Chain chain = camera();
+  set(chain[0], text(0x013B, artist));
+  return chain;
 }
 
 inline Ifd& exif(Chain& chain) { return nested(chain[0], 0x8769); }

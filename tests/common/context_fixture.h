@@ -5,49 +5,14 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
-#include "common/image_builder.h"
+#include "common/test_tools.h"
 #include "iptc/iptc_store.h"
 #include "read/read_context.h"
 #include "support/settings.h"
 #include "support/text_buffer.h"
 
 namespace tagmend::test {
-
-/// Bytes from hexadecimal digits; blanks are for the reader.
-inline Bytes hex(std::string_view digits) {
-  Bytes bytes;
-  std::string pair;
-  for (const char digit : digits) {
-    if (digit == ' ') {
-      continue;
-    }
-    pair += digit;
-    if (pair.size() == 2) {
-      bytes.push_back(static_cast<std::uint8_t>(std::stoi(pair, nullptr, 16)));
-      pair.clear();
-    }
-  }
-  return bytes;
-}
-
-/// A text and its NUL.
-inline Bytes ascii(std::string_view text) { return joined({bytes_of(text), {0}}); }
-
-/// What `action` prints on standard error.
-template <typename Action>
-std::string errors_of(Action action) {
-  testing::internal::CaptureStderr();
-  action();
-  return testing::internal::GetCapturedStderr();
-}
-
-/// A file in memory. `bytes` outlives it and is not empty.
-inline MFileHandle memory_file(Bytes& bytes) {
-  const auto size = static_cast<std::uint32_t>(bytes.size());
-  return MFileHandle(mfopen_memfile(bytes.data(), size, size));
-}
 
 class ContextTest : public testing::Test {
  protected:

@@ -558,6 +558,15 @@ inline Bytes dataset(std::uint8_t record, std::uint8_t number, const Bytes& valu
 inline Bytes dataset(std::uint8_t record, std::uint8_t number, std::string_view value) {
   return dataset(record, number, bytes_of(value));
 }
+/// The datasets as a field of a TIFF file: LONGs in the file's order that lie as the bytes do.
+inline Entry iptc_field(Bytes content, bool big_endian) {
+  content.resize((content.size() + 3) / 4 * 4);
+  Entry field = longs(0x83BB, Numbers(content.size() / 4));
+  for (std::size_t at = 0; at < content.size(); ++at) {
+    field.numbers[at / 4] |= std::uint32_t{content[at]} << 8 * (big_endian ? 3 - at % 4 : at % 4);
+  }
+  return field;
+}
 inline Bytes app13_photoshop(std::initializer_list<Bytes> resources) {
   return segment(0xED, joined({bytes_of("Photoshop 3.0"), {0}, joined(resources)}));
 }

@@ -2,7 +2,6 @@
 // the whole outcome: exit status, both streams, and every byte of every file.
 #pragma once
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -17,19 +16,16 @@
 #include <filesystem>
 #include <functional>
 #include <iterator>
-#include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "common/image_builder.h"
+#include "common/temporary_directory.h"
 
 namespace tagmend::test {
 
-/// Path below the directory → content. An empty directory ends in "/" and holds nothing; a symbolic
-/// link holds "-> " and its target.
-using Files = std::map<std::string, Bytes>;
 using Words = std::vector<std::string>;
 
 struct RunSettings {
@@ -49,80 +45,11 @@ struct Outcome {
   pid_t pid = 0;
 };
 
-class Sandbox {
+/// A directory in which the program is run.
+class Sandbox : public TemporaryDirectory {
  public:
-  Sandbox() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tagmend-XXXXXX").string();
-    root_ = ::mkdtemp(pattern.data());
-    ::chmod(root_.c_str(), 0777);
-  }
-  explicit Sandbox(const Files& files) : Sandbox() {
-    for (const auto& [name, content] : files) {
-      add(name, content);
-    }
-  }
-  Sandbox(const Sandbox&) = delete;
-  Sandbox& operator=(const Sandbox&) = delete;
-  ~Sandbox() {
-    std::error_code ignored;
-    std::filesystem::remove_all(root_, ignored);
-  }
-
-  [[nodiscard]] std::string path(const std::string& name) const { return root_ + "/" + name; }
-
-  /// Adds a file with the directories that lead to it, or a directory when the name ends in "/".
-  void add(const std::string& name, const Bytes& content) const {
-    const std::filesystem::path target = path(name);
-    if (name.back() == '/') {
-      std::filesystem::create_directories(target);
-      return;
-    }
-    std::filesystem::create_directories(target.parent_path());
-    FILE* const file = std::fopen(target.c_str(), "wb");
-    ASSERT_NE(file, nullptr) << target;
-    if (!content.empty()) {
-      EXPECT_EQ(std::fwrite(content.data(), 1, content.size(), file), content.size());
-    }
-    std::fclose(file);
-  }
-
-  [[nodiscard]] Bytes content(const std::string& name) const {
-    Bytes bytes;
-    FILE* const file = std::fopen(path(name).c_str(), "rb");
-    if (file == nullptr) {
-      return bytes;
-    }
-    Bytes piece(1U << 16U);
-    while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), file)) {
-      bytes.insert(bytes.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got));
-    }
-    std::fclose(file);
-    return bytes;
-  }
-
-  /// Every file below the directory, and the directories that are empty.
-  [[nodiscard]] Files files() const {
-    Files found;
-    namespace fs = std::filesystem;
-    for (const auto& entry : fs::recursive_directory_iterator(root_)) {
-      std::string name = entry.path().string().substr(root_.size() + 1);
-      if (entry.is_symlink()) {
-        found[name] = bytes_of("-> " + fs::read_symlink(entry.path()).string());
-      } else if (entry.is_directory()) {
-        if (fs::is_empty(entry.path())) {
-          found[name + "/"];
-        }
-      } else {
-        found[name] = content(name);
-      }
-    }
-    return found;
-  }
-
+  using TemporaryDirectory::TemporaryDirectory;
   [[nodiscard]] Outcome run(const Words& arguments, const RunSettings& settings = {}) const;
-
- private:
-  std::string root_;
 };
 
 namespace run_details {

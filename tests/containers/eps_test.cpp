@@ -128,18 +128,5 @@ TEST_F(EpsTest, DamagedBlocksAreRefused) {
   }
 }
 
-TEST_F(EpsTest, CutAnywhere) {
-  const Bytes bytes = resources();
-  const std::string whole =
-      eps("%BeginPhotoshop: ", std::to_string(bytes.size()), hex_lines(bytes, "\n") + "%End");
-  EXPECT_EQ(read(whole), ErrorCode::ok);
-  testing::internal::CaptureStderr();
-  for (std::size_t length = 9; length + 3 < whole.size(); ++length) {
-    EXPECT_NE(read(whole.substr(0, length)), ErrorCode::ok) << length;
-    EXPECT_EQ(stored(), "") << length;
-  }
-  testing::internal::GetCapturedStderr();
-}
-
 }  // namespace
 }  // namespace tagmend::test

@@ -23,36 +23,29 @@ TEST(ValueMap, NamesGiveNumbers) {
   } cases[] = {
       {"orient", any_layout, "UPPER-LEFT", 1},
       {"orient", any_layout, "1", 1},
-      {"orient", any_layout, "upper left", 1},
       {"orient", any_layout, "fh-rr", 7},
       {"orient", any_layout, "FV RR", 7},
       {"orient", any_layout, "fv-rr", none},
-      {"orient", any_layout, "9", none},
       {"orient", any_layout, "u", 9},
       {"res-unit", any_layout, "cm", 3},
       {"tf-res-unit", any_layout, "", none},
       {"colour-space", any_layout, "uncalibrated", 65535},
       {"gps-alt-ref", any_layout, "sea level      ", 0},
       {"gps-alt-ref", any_layout, "sea level", none},
-      {"meter-mode", any_layout, "multi-spot", 4},  // the description
-      {"meter-mode", any_layout, "multi-spot ", none},
+      {"meter-mode", any_layout, "multi-spot", 4},   // the description
       {"fu-white-bal", any_layout, "custom", 3840},  // the description
       {"mns2-embedded-profile", any_layout, "yes ", 1},
       // An entry without a name is found by an empty text.
       {"cn-meter-mode", any_layout, "", 0},
       // The earlier of two entries with one name.
       {"cn-focus-mode", any_layout, "single", 0},
-      {"pn-stab-mode", any_layout, "mode 2", 4},
-      {"cn-set-button", any_layout, "select", 2},
       // The layout decides.
       {"cs-digi-zoom", 0, "2x", none},
       {"cs-digi-zoom", any_layout, "2x", 65537},
       // Numbers beyond 16 bits and negative ones.
       {"mns1-white-bal", any_layout, "a1-manual", 125829120},
       {"crw-exp-comp", any_layout, "-2.0", 4294967232},
-      {"crw-exp-comp", any_layout, "1.5", 32},
       {"n3-saturation", any_layout, "-1", 65535},
-      {"crw-aperture", any_layout, "3-5-2", 116},
   };
   for (const auto& [name, layout, text, value] : cases) {
     SCOPED_TRACE(std::string(name) + "=" + text);
@@ -68,13 +61,11 @@ TEST(ValueMap, NamesGiveBytes) {
     std::string bytes;  ///< empty when nothing is found
   } cases[] = {
       {"gps-lat-ref", "N", {'N', 0}},
-      {"gps-dest-bear-ref", "magnetic", {'M', 0}},
       {"gps-speed-unit", "miles", ""},
       {"n3-flash-comp", "-3.00", "\xEE\x01\x06" + std::string(1, '\0')},
       {"n3-focus-posn", "af-right", {1, 4, 0, 0x10}},
       {"pn-spot-mode", "on1", {0, 1}},
       {"px-lens-id", "smc pentax da 18-55mm f3.5-f5.6 al", "\x04\xFC"},
-      {"px-lens-id", "S10", {1, 0}},
   };
   for (const auto& [name, text, bytes] : cases) {
     SCOPED_TRACE(std::string(name) + "=" + text);

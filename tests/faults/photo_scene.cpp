@@ -45,12 +45,6 @@ Bytes resources(std::string_view caption) {
   return joined({resource(1005, "", noise(16, 8)), resource(1028, "", iptc_data(caption))});
 }
 
-Chain signed_camera() {
-  Chain chain = camera();
-  set(chain[0], text(0x013B, "x"));
-  return chain;
-}
-
 Bytes long_jpeg(const Bytes& exif_segment, const Bytes& app13, std::uint32_t seed) {
   const Bytes profile = segment(0xE2, noise(profile_size, 2));
   return joined({jpeg({app0_jfif(), exif_segment, profile, app13, profile, picture()}),
@@ -61,21 +55,8 @@ Pair jpeg_pair(bool iptc, bool big_endian, std::uint32_t seed) {
   const Bytes source = source_exif(big_endian, camera());
   const Bytes before = long_jpeg(source, app13_photoshop({resources(old_caption)}), seed);
   return iptc ? Pair{before, long_jpeg(source, app13_photoshop({resources(new_caption)}), seed)}
-              : Pair{before, long_jpeg(written_exif(big_endian, signed_camera()),
+              : Pair{before, long_jpeg(written_exif(big_endian, camera_of("x")),
                                        app13_photoshop({resources(old_caption)}), seed)};
-}
-
-/// The same bytes as LONGs of the file's byte order.
-Entry iptc_field(const Bytes& content, bool big_endian) {
-  Numbers numbers;
-  for (std::size_t at = 0; at + 4 <= content.size(); at += 4) {
-    std::uint32_t number = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-      number |= static_cast<std::uint32_t>(content[at + i]) << 8 * (big_endian ? 3 - i : i);
-    }
-    numbers.push_back(number);
-  }
-  return longs(0x83BB, numbers);
 }
 
 /// The camera's fields with strips and with IPTC data in IFD0.
@@ -93,7 +74,7 @@ Bytes tiff(Bytes (*lay_out)(bool, const Chain&), bool big_endian, Chain chain,
 Pair tiff_pair(bool iptc, bool big_endian, std::uint32_t seed) {
   return {tiff(scattered_tiff, big_endian, camera(), old_caption, seed),
           iptc ? tiff(written_tiff, big_endian, camera(), new_caption, seed)
-               : tiff(written_tiff, big_endian, signed_camera(), old_caption, seed)};
+               : tiff(written_tiff, big_endian, camera_of("x"), old_caption, seed)};
 }
 
 Scene make_scene(bool tiff, bool iptc, bool keep_backup) {

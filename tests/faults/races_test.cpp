@@ -110,9 +110,7 @@ constexpr std::size_t process_count = 8;
 const Words photo_names = {"one.jpg", "two.jpg", "three.jpg"};
 
 Bytes photo_by(const std::string& artist) {
-  Chain chain = camera();
-  set(chain[0], text(0x013B, artist));
-  return jpeg({app0_jfif(), written_exif(true, chain), picture()});
+  return jpeg({app0_jfif(), written_exif(true, camera_of(artist)), picture()});
 }
 
 /// The photograph as it is at first, and as each of the processes makes it.

@@ -7,7 +7,6 @@
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
-#include <sys/uio.h>
 #include <sys/user.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -64,29 +63,21 @@ constexpr FailingCall failing_calls[] = {
 // Exit status of the child when it can't be traced.
 constexpr int not_traceable = 125;
 
+/// The text at an address of the other process, up to its NUL.
 std::string text_at(pid_t process, std::uint64_t address) {
-  std::array<char, 256> text{};
-  const iovec here = {text.data(), text.size() - 1};
-  // An address in the other process.
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast,performance-no-int-to-ptr)
-  const iovec there = {reinterpret_cast<void*>(address), text.size() - 1};
-  if (::process_vm_readv(process, &here, 1, &there, 1, 0) >= 0) {
-    return text.data();
-  }
-  // Near the end of a mapping fewer bytes can be read: word by word then.
-  std::string slowly;
+  std::string text;
   for (std::uint64_t at = address;; at += sizeof(long)) {
     errno = 0;
     const long word = ::ptrace(PTRACE_PEEKDATA, process, at, nullptr);
     if (errno != 0) {
-      return slowly;
+      return text;
     }
     for (std::size_t i = 0; i < sizeof word; ++i) {
       const char c = static_cast<char>(static_cast<std::uint64_t>(word) >> 8 * i);
       if (c == '\0') {
-        return slowly;
+        return text;
       }
-      slowly += c;
+      text += c;
     }
   }
 }

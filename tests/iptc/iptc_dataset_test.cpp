@@ -7,42 +7,28 @@ namespace {
 
 const IptcDatasetDef& row(int index) { return iptc_datasets[static_cast<std::size_t>(index)]; }
 
-TEST(IptcDataset, RowsFollowTheStandard) {
-  using enum DatasetType;
+// The other columns stand in the field reference, which is compared with the table.
+TEST(IptcDataset, NumbersAreThoseOfTheStandard) {
   const struct {
     int index;
     const char* nickname;
     std::uint16_t resource, record, dataset;
-    const char* description;
-    DatasetType type;
-    std::uint16_t max_length, max_count;
-    bool editable;
   } rows[] = {
-      {0, "Unknown", 0, 0, 0, "Unknown", text, 1999, 999, false},
-      {1, "ip1-version", 1028, 1, 0, "Dataset 1 Record Version", number16, 1, 1, true},
-      {10, "ip1-time-sent", 1028, 1, 80, "Time Sent", time, 11, 1, true},
-      {26, "ip-keyword", 1028, 2, 25, "Keywords", text, 1999, 999, true},
-      {36, "ip-ref-date", 1028, 2, 47, "Reference Date", date, 8, 999, true},
-      {47, "ip-city", 1028, 2, 90, "City", text, 32, 1, true},
-      {86, "ip3-pix-size-perp", 1028, 3, 50, "Pixel Size - Perpedicular", number16, 1, 1, true},
-      {90, "ip3-color-seq", 1028, 3, 65, "Color Sequence", bytes, 4, 1, true},
-      {103, "ip7-obj-size", 1028, 7, 90, "Object Size Announced", number32, 1, 1, true},
-      {104, "ip-copyrighted", 1034, 0, 255, "Mark as Copyrighted", number16, 1, 1, true},
-      {105, "ip-url", 1035, 0, 255, "Image URL", text, 255, 1, true},
-      {106, "ip-exif", 1058, 0, 255, "Embedded EXIF", bytes, 255, 1, false},
+      {0, "Unknown", 0, 0, 0},
+      {1, "ip1-version", 1028, 1, 0},
+      {10, "ip1-time-sent", 1028, 1, 80},
+      {36, "ip-ref-date", 1028, 2, 47},
+      {86, "ip3-pix-size-perp", 1028, 3, 50},
+      {90, "ip3-color-seq", 1028, 3, 65},
+      {103, "ip7-obj-size", 1028, 7, 90},
+      {106, "ip-exif", 1058, 0, 255},
   };
   for (const auto& expected : rows) {
-    SCOPED_TRACE(expected.nickname);
     const IptcDatasetDef& def = row(expected.index);
     EXPECT_STREQ(def.nickname, expected.nickname);
-    EXPECT_EQ(def.resource, expected.resource);
-    EXPECT_EQ(def.record, expected.record);
-    EXPECT_EQ(def.dataset, expected.dataset);
-    EXPECT_STREQ(def.description, expected.description);
-    EXPECT_EQ(def.type, expected.type);
-    EXPECT_EQ(def.max_length, expected.max_length);
-    EXPECT_EQ(def.max_count, expected.max_count);
-    EXPECT_EQ(def.editable, expected.editable);
+    EXPECT_EQ(def.resource, expected.resource) << def.nickname;
+    EXPECT_EQ(def.record, expected.record) << def.nickname;
+    EXPECT_EQ(def.dataset, expected.dataset) << def.nickname;
   }
 }
 

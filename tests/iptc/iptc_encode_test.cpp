@@ -75,12 +75,6 @@ TEST_F(IptcEncodeTest, TheLimitHoldsForTheTextAndForItsConversion) {
   EXPECT_EQ(encoded_, "ab\xC3");
 }
 
-TEST_F(IptcEncodeTest, ValuesThatDependOnTheFileAreCheckedLater) {
-  EXPECT_EQ(encode("ip-date", "[file-name]", true), ErrorCode::ok);
-  EXPECT_EQ(encode("ip-date", "[file-name]"), ErrorCode::date_invalid);
-  EXPECT_EQ(encode("ip-date", "[nonsense]", true), ErrorCode::date_invalid);
-}
-
 TEST_F(IptcEncodeTest, AFullPoolLeavesTheValueEmpty) {
   store_->pool.used = StringPool::capacity - 5;
   EXPECT_EQ(encode("ip-city", "Rome"), ErrorCode::ok);

@@ -103,6 +103,8 @@ TEST_F(IptcReadTest, PassesOverWhatItDoesNotUnderstand) {
        ErrorCode::ok, "1000 0:0 Unknown [Opaque data] 26+2 \n", ""},
       {"a block that ends in its number", photoshop({bytes_of("8BIM"), {4}}),
        ErrorCode::iptc_invalid, "", "Error: Attempt to read past end of buffer(505).\n"},
+      {"a block that ends behind its number", photoshop({bytes_of("8BIM"), big16(1000)}),
+       ErrorCode::iptc_invalid, "", ""},
       {"a block that ends in its size", photoshop({bytes_of("8BIM"), big16(1000), {0, 0, 0, 0}}),
        ErrorCode::iptc_invalid, "", "Error: Attempt to read past end of buffer(449).\n"},
   };
@@ -167,38 +169,9 @@ TEST_F(IptcReadTest, TextsThatDoNotFitThePoolAreLostButNotTheirPlaces) {
   EXPECT_TRUE(store_->incomplete);
 }
 
-TEST_F(IptcReadTest, EveryCutOfAGoodBlockIsSafe) {
-  const Bytes whole = photoshop({
-      resource(1000, "", {1, 2, 3}),
-      resource(1028, "",
-               joined({dataset(2, 0, Bytes{0, 2}), dataset(2, 55, "20040501"),
-                       dataset(3, 60, Bytes{1, 2}), dataset(2, 131, "P"), dataset(2, 42, "01")})),
-      resource(1034, "", {1}),
-      resource(1035, "", bytes_of("http://a")),
-      resource(1058, "", bytes_of("Exif")),
-  });
-  for (std::size_t length = 0; length <= whole.size(); ++length) {
-    reset_iptc_store(*store_);
-    const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-    errors_of([&] { static_cast<void>(read_segment(cut)); });
-    for (const IptcEntry& entry : store_->list()) {
-      EXPECT_LE(entry.file_pos + entry.length, length);
-    }
-  }
-  EXPECT_EQ(store_->count, 9);
-}
+// Fields of a TIFF file: the cursor stands on the value, which a longer buffer holds.
 
-/// Fields of a TIFF file: the cursor stands on the value, which a longer buffer holds.
-class TiffValueTest : public StoreTest {
- protected:
-  ByteCursor over(Bytes& buffer) {
-    ByteCursor cursor;
-    cursor_init(cursor, nullptr, buffer, 1000);
-    return cursor;
-  }
-};
-
-TEST_F(TiffValueTest, DatasetsAreTakenFromTheFieldThatHasThem) {
+TEST_F(IptcReadTest, DatasetsAreTakenFromTheFieldThatHasThem) {
   Bytes iptc = joined({dataset(2, 90, "Oslo"), {0, 0, 0}});
   Bytes same = joined({resource(1028, "Its", dataset(2, 90, "Oslo")), resource(1000, "", {7})});
   Bytes blocks = joined({resource(1028, "", dataset(2, 90, "Rome")), resource(1000, "", {7})});
@@ -225,23 +198,23 @@ TEST_F(TiffValueTest, DatasetsAreTakenFromTheFieldThatHasThem) {
     reset_iptc_store(*store_);
     for (Bytes* const field : row.fields) {
       const auto read = field == &iptc ? read_iptc_value : read_photoshop_value;
-      read(context_, over(*field), field->size());
+      read(context_, cursor_over(*field, 1000), field->size());
     }
     EXPECT_EQ(stored(), row.stored);
     EXPECT_EQ(store_->incomplete, row.incomplete);
   }
 
   reset_iptc_store(*store_);
-  EXPECT_EQ(walk_resource_blocks(context_, over(blocks), false), ErrorCode::ok);
+  EXPECT_EQ(walk_resource_blocks(context_, cursor_over(blocks, 1000), false), ErrorCode::ok);
   EXPECT_EQ(stored(), opaque) << "EPS files keep no datasets";
 }
 
-TEST_F(TiffValueTest, AValueBeyondTheBufferIsReadFromTheFile) {
+TEST_F(IptcReadTest, AValueBeyondTheBufferIsReadFromTheFile) {
   const Bytes value = dataset(2, 90, "Oslo");
   Bytes content = joined({Bytes(1000), value});
   const MFileHandle file = memory_file(content);
   Bytes beginning(value.begin(), value.begin() + 6);
-  ByteCursor cursor = over(beginning);
+  ByteCursor cursor = cursor_over(beginning, 1000);
   cursor.file = file.get();
   read_iptc_value(context_, cursor, value.size());
   EXPECT_EQ(stored(), "1028 2:90 ip-city [Oslo] 1005+4 \n");
@@ -253,14 +226,14 @@ TEST_F(TiffValueTest, AValueBeyondTheBufferIsReadFromTheFile) {
   EXPECT_TRUE(store_->incomplete);
 }
 
-TEST_F(TiffValueTest, EmbeddedExifDataIsReadInEpsFilesOnly) {
+TEST_F(IptcReadTest, EmbeddedExifDataIsReadInEpsFilesOnly) {
   const Bytes tiff = written_tiff(true, {ifd_of({text(0x010F, "Maker")})});
   Bytes blocks = resource(1058, "", joined({bytes_of("Exif"), {0, 0}, tiff}));
   for (const auto& [type, fields] : {std::pair{FileType::eps, 1U}, std::pair{FileType::tiff, 0U}}) {
     reset_image_file(*image_);
     reset_iptc_store(*store_);
     image_->file_type = type;
-    EXPECT_EQ(walk_resource_blocks(context_, over(blocks), false), ErrorCode::ok);
+    EXPECT_EQ(walk_resource_blocks(context_, cursor_over(blocks, 1000), false), ErrorCode::ok);
     EXPECT_EQ(image_->field_count, fields);
   }
 }

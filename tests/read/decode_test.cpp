@@ -31,9 +31,7 @@ class DecodeTest : public ContextTest {
   template <typename Decode>
   std::string shown(const Case& value, Decode decode) {
     Bytes bytes = value.bytes;
-    ByteCursor cursor;
-    cursor_init(cursor, nullptr, bytes, 1000);
-    cursor.big_endian = value.big_endian;
+    ByteCursor cursor = cursor_over(bytes, 1000, value.big_endian);
     auto room = std::make_unique<std::array<char, 2000>>();
     TextBuffer text(*room);
     decode(StoredValue{cursor, value.tag, value.type, value.count}, text);
@@ -285,7 +283,6 @@ TEST_F(DecodeTest, Gps) {
                  {
                      {0x00, 1, 4, hex("02020000"), II, "2.2.0.0"},
                      {0x02, 5, 3, rationals({51, 1, 30, 1, 0, 1}), MM, "51 30 00"},
-                     {0x02, 5, 3, rationals({5, 1, 3, 1, 7, 1}), MM, "05 03 07"},
                      {0x02, 5, 3, rationals({51, 1, 3050, 100, 0, 1}), MM, "51 30.500"},
                      {0x14, 5, 3, rationals({5, 1, 725, 100, 0, 0}), MM, "05 7.250"},
                      {0x14, 5, 3, rationals({5, 1, 3, 1, 725, 100}), MM, "05 03 7.250"},
@@ -321,6 +318,11 @@ TEST_F(DecodeTest, MakersWithFewRules) {
   expect_of_kind(IfdKind::panasonic, {{0x23, 8, 1, hex("FFFF"), MM, "-0.33"},
                                       {0x24, 8, 1, hex("0300"), II, "1.00"},
                                       {0x25, 8, 1, hex("FFFF"), MM, "-1"}});
+  for (const IfdKind kind : {IfdKind::canon, IfdKind::canon_s100, IfdKind::canon_d30}) {
+    expect_of_kind(kind, {{0x08, 4, 1, hex("0000271A"), MM, "001-0010"},
+                          {0x08, 4, 1, hex("FFFFFFFF"), MM, "429496-7295"},
+                          {0x0C, 4, 1, hex("0700AB0F"), II, "0FAB00007"}});
+  }
   testing::internal::CaptureStderr();
   EXPECT_EQ(shown_of_kind(IfdKind::panasonic, {0x24, 8, 1, {}, MM, ""}), "-2843.67");
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
@@ -374,54 +376,35 @@ TEST_F(DecodeTest, EveryKindHasItsDecoder) {
   }
 }
 
-TEST_F(DecodeTest, CanonNumbers) {
-  for (const IfdKind kind : {IfdKind::canon, IfdKind::canon_s100, IfdKind::canon_d30}) {
-    expect_of_kind(kind, {{0x08, 4, 1, hex("000F4240"), MM, "100-0000"},
-                          {0x08, 4, 1, hex("0000271A"), MM, "001-0010"},
-                          {0x08, 4, 1, hex("FFFFFFFF"), MM, "429496-7295"},
-                          {0x0C, 4, 1, hex("00AB0007"), MM, "00AB00007"},
-                          {0x0C, 4, 1, hex("0700AB0F"), II, "0FAB00007"},
-                          {0x09, 2, 4, ascii("Ann"), MM, "Ann"}});
-  }
-}
-
 TEST_F(DecodeTest, CanonSettingsBecomeFields) {
-  // Element 0, then 1 macro, 2 self timer, 3 quality, 4 to 28 nothing but zeros, 29 flash details.
-  Bytes array = hex("003E 0002 0064 0005");
-  array.resize(58);
+  const auto fields_of = [&](const Case& value, IfdKind kind = IfdKind::canon) {
+    image_->field_count = 0;
+    shown_of_kind(kind, value);
+    return listed();
+  };
+  EXPECT_EQ(fields_of({0x04, 3, 8, hex("1000 0000 0000 0000 0000 0000 0000 0200"), II, ""}),
+            "cn-white-bal 3 [Cloudy] 1014\n");
+  EXPECT_EQ(fields_of({0x01, 3, 3, hex("0006 0001 0000"), MM, ""}),
+            "cn-macro-mode 3 [Macro] 1002\ncn-self-timer 3 [Off] 1004\n");
+  EXPECT_EQ(fields_of({0x01, 3, 3, hex("0006 0001 0000"), MM, ""}, IfdKind::canon_d30), "");
+  EXPECT_EQ(fields_of({0x01, 3, 1, hex("0006"), MM, ""}), "") << "one value only";
+
+  // All elements are zero but the last, 29: flash details.
+  Bytes array(58);
   put(array, 58, 0x6890, 2, true);
-  const auto count = static_cast<std::uint32_t>(array.size() / 2);
-  const std::string text = shown_of_kind(IfdKind::canon, {0x01, 3, count, array, MM, ""});
-  EXPECT_EQ(text.substr(0, 14), "62 2 100 5 0 0");
+  EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x01, 3, 30, array, MM, ""}).substr(0, 7), "0 0 0 0");
   ASSERT_EQ(image_->field_count, 22U);
-  EXPECT_EQ(listed().substr(0, listed().find("cn-flash-mode")),
-            "cn-macro-mode 3 [Normal] 1002\n"
-            "cn-self-timer 3 [10.0sec\n] 1004\n"
-            "cn-quality 3 [Superfine] 1006\n");
   const FieldEntry& flash = image_->fields[21];
   EXPECT_STREQ(flash.text.data(), "External Internal FpSyncUsed RearCurtainSync FpSyncEnabled ");
   EXPECT_EQ(flash.tag, 0x1D0001U);
   EXPECT_EQ(flash.value_pos, 1058U);
   EXPECT_STREQ(flash.name.data(), "Flash");
+  fields_of({0x01, 3, 30, Bytes(60), MM, ""});
+  EXPECT_STREQ(image_->fields[21].text.data(), "None");
 
-  image_->field_count = 0;
-  shown_of_kind(IfdKind::canon,
-                {0x04, 3, 8, hex("1000 0000 0000 0000 0000 0000 0000 0200"), II, ""});
-  EXPECT_EQ(listed(), "cn-white-bal 3 [Cloudy] 1014\n");
-
-  // Off and None; kinds without rows; one value only; a full table.
-  image_->field_count = 0;
-  shown_of_kind(IfdKind::canon, {0x01, 3, 3, hex("0006 0001 0000"), MM, ""});
-  shown_of_kind(IfdKind::canon_d30, {0x01, 3, 3, hex("0006 0001 0000"), MM, ""});
-  EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x01, 3, 1, hex("0006"), MM, ""}), "6");
-  EXPECT_EQ(listed(), "cn-macro-mode 3 [Macro] 1002\ncn-self-timer 3 [Off] 1004\n");
   image_->field_count = 199;
   EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x01, 3, 3, hex("0006 0001 0000"), MM, ""}), "6 1 0");
-  EXPECT_EQ(image_->field_count, 200U);
-
-  image_->field_count = 0;
-  shown_of_kind(IfdKind::canon, {0x01, 3, 30, Bytes(60), MM, ""});
-  EXPECT_STREQ(image_->fields[21].text.data(), "None");
+  EXPECT_EQ(image_->field_count, 200U) << "a full table ends it";
 }
 
 TEST_F(DecodeTest, CanonCustomFunctions) {
@@ -430,6 +413,8 @@ TEST_F(DecodeTest, CanonCustomFunctions) {
   const Bytes array = hex("000C 0001 0101 4001 0203 0D01 0109");
   EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x0F, 3, 7, array, MM, ""}),
             "12 1 257 16385 515 3329 265");
+  shown_of_kind(IfdKind::canon_s100, {0x0F, 3, 2, hex("0400 0101"), II, ""});
+  EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x0F, 3, 1, hex("0101"), II, ""}), "257");
   EXPECT_EQ(listed(),
             "cn-noise-reduct 1 [On] 1006\n"
             "cn-ae-lock 1 [AE+release/AE+AF] 1010\n"
@@ -437,12 +422,6 @@ TEST_F(DecodeTest, CanonCustomFunctions) {
             "cn-noise-reduct 1 [9] 1014\n");
   EXPECT_EQ(image_->fields[1].tag, 0x0002000FU);
   EXPECT_STREQ(image_->fields[1].name.data(), "AE Lock Button");
-
-  image_->field_count = 0;
-  shown_of_kind(IfdKind::canon, {0x0F, 3, 2, hex("0400 0101"), II, ""});
-  shown_of_kind(IfdKind::canon_s100, {0x0F, 3, 2, hex("0400 0101"), II, ""});
-  EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x0F, 3, 1, hex("0101"), II, ""}), "257");
-  EXPECT_EQ(listed(), "cn-noise-reduct 1 [On] 1004\n");
 }
 
 /// A settings array of the file's byte order, all zero but for some places.
@@ -471,14 +450,11 @@ TEST_F(DecodeTest, MinoltaElements) {
       {19, 1843, "7.199"},
       {20, 1500, "1.500"},
       {22, 0x07D20507, "2002/05/07"},
-      {22, 0x07D20C1F, "2002/12/31"},
       {23, 0x00090503, "9:05:03"},
-      {23, 0x00170B3B, "23:11:59"},
       {24, 40, "4.0"},
       {24, 0xFFFFFFFF, "0.0"},  // overflows
       {29, 256, "2.00"},
       {30, 128, "1.41"},
-      {31, 0, "1.00"},
       {32, 0, "-3"},
       {33, 5, "2"},
       {36, 3, "-1.00"},
@@ -505,22 +481,22 @@ TEST_F(DecodeTest, MinoltaElements) {
 TEST_F(DecodeTest, MinoltaNumbersDependOnTheCamera) {
   const Bytes array = minolta_array({{51, 2}, {52, 1}, {53, 1}});
   // The 7Hi has an element 52; with other cameras that place holds element 53.
-  image_->maker_note_kind = 19;
-  shown_of_kind(IfdKind::minolta, {0x01, 7, 53 * 4 + 3, array, MM, ""});
-  ASSERT_EQ(image_->field_count, 52U);  // element 1 has no row
-  std::string all = listed();
-  EXPECT_EQ(all.substr(all.find("mns1-dec")),
-            "mns1-dec-setting 4 [Saturation] 1200\n"
-            "mns1-embedded-profile 4 [Yes] 1204\n"
-            "mns1-data-imprint 4 [yyy/mm/dd] 1208\n");
-  image_->field_count = 0;
-  image_->maker_note_kind = 22;
-  shown_of_kind(IfdKind::minolta, {0x01, 7, 53 * 4, array, MM, ""});
-  all = listed();
-  EXPECT_EQ(all.substr(all.find("mns1-dec")),
-            "mns1-dec-setting 4 [Saturation] 1200\n"
-            "mns1-data-imprint 4 [yyy/mm/dd] 1204\n"
-            "mns1-0003-36 4 [1] 1208\n");
+  const std::pair<std::uint32_t, const char*> cameras[] = {
+      {19,
+       "mns1-dec-setting 4 [Saturation] 1200\n"
+       "mns1-embedded-profile 4 [Yes] 1204\n"
+       "mns1-data-imprint 4 [yyy/mm/dd] 1208\n"},
+      {22,
+       "mns1-dec-setting 4 [Saturation] 1200\n"
+       "mns1-data-imprint 4 [yyy/mm/dd] 1204\n"
+       "mns1-0003-36 4 [1] 1208\n"}};
+  for (const auto& [camera, last_fields] : cameras) {
+    image_->field_count = 0;
+    image_->maker_note_kind = camera;
+    shown_of_kind(IfdKind::minolta, {0x01, 7, 53 * 4 + 3, array, MM, ""});
+    EXPECT_EQ(image_->field_count, 52U);  // element 1 has no row
+    EXPECT_TRUE(listed().ends_with(last_fields)) << listed();
+  }
   image_->field_count = 0;
   EXPECT_EQ(shown_of_kind(IfdKind::minolta, {0x01, 7, 3, hex("010203"), MM, ""}), "010203");
   EXPECT_EQ(shown_of_kind(IfdKind::minolta, {0x40, 4, 1, hex("00000007"), MM, ""}), "7");
@@ -550,25 +526,18 @@ TEST_F(DecodeTest, CanonRaw) {
     bool big_endian;
     const char* expected;
   } cases[] = {
-      {"crw-date", hex("00000000"), MM, "1970:01:01 00:00:00"},
       {"crw-date", hex("80E99340"), II, "2004:05:01 18:16:32"},
       {"crw-iso", hex("00C0"), MM, "200"},
-      {"crw-focus-lower", hex("FFFF"), MM, "Infinity"},
-      {"crw-focus-upper", hex("7B00"), II, "1.230"},
       {"crw-shutter", hex("FF30"), MM, "Bulb"},
       {"crw-shutter", hex("00A0"), MM, "1/32"},
-      {"crw-shutter", hex("0040"), MM, "1/4"},
       {"crw-shutter", hex("003F"), MM, "0.3"},
       {"crw-shutter", hex("0001"), MM, "1.0"},
-      {"crw-shutter", hex("0000"), MM, "1.0"},
       {"crw-shutter", hex("FFC0"), MM, "4.0"},
       {"crw-shutter", hex("7FFF"), MM, "1/2147483647"},
       {"crw-shutter", hex("8000"), MM, "0.0"},  // overflows
       {"crw-shutter-delay", hex("0064"), MM, "10.00"},
       {"crw-custom-2", hex("0104"), MM, "4"},
       {"crw-custom-15", hex("FF01"), II, "255"},
-      {"crw-zoom-lower", hex("FFFF"), MM, "-1"},
-      {"crw-owner", joined({bytes_of("Ann"), Bytes(29)}), MM, "Ann"},
   };
   const auto raw = [&](const char* nickname, const Bytes& bytes, bool big_endian) {
     const FieldDef& def = field_table_defs[static_cast<std::size_t>(find_field(nickname))];

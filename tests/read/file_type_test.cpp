@@ -5,17 +5,13 @@
 
 #include <string>
 
-#include "reading.h"
+#include "common/container_files.h"
+#include "read/reading.h"
 
 namespace tagmend::test {
 namespace {
 
 using namespace std::string_literals;
-
-Bytes padded(Bytes bytes, std::size_t size) {
-  bytes.resize(size);
-  return bytes;
-}
 
 const Ifd artist = ifd_of({text(0x013B, "Jane Doe")});
 const Lines artist_fields = {"0/0/0 013b Jane Doe"};
@@ -43,32 +39,20 @@ TEST(FileType, IsKnownByTheFirstBytes) {
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.start);
-    Bytes bytes = padded(bytes_of(test.start), 60);
-    ByteCursor cursor;
-    cursor_init(cursor, nullptr, bytes, 0);
-    cursor.big_endian = true;
+    Bytes bytes = cut_at(bytes_of(test.start), 60);
+    ByteCursor cursor = cursor_over(bytes, 0, true);
     EXPECT_EQ(detect_file_type(cursor), test.type);
     EXPECT_EQ(cursor.big_endian, test.big_endian);
     EXPECT_EQ(cursor.pos, test.type == FileType::unknown ? 0 : test.start.size());
-
-    const TempFile on_disk(bytes);
-    FileType type = FileType::jpeg;
-    MFileHandle file;
-    const ErrorCode expected =
-        test.type == FileType::unknown ? ErrorCode::unknown_file_type : ErrorCode::ok;
-    EXPECT_EQ(open_and_identify(on_disk.name.c_str(), "rb", type, file), expected);
-    EXPECT_EQ(type, test.type);
-    EXPECT_EQ(file != nullptr, test.type != FileType::unknown);
-    EXPECT_TRUE(!file || mftell(*file) == 0);
   }
 }
 
 TEST(FileType, NeedsSixBytesToReadAndFiftyToReopen) {
   const Bytes start = bytes_of("II*\0\0\0\0\0"s);
-  EXPECT_EQ(read_image(padded(start, 5)).result, ErrorCode::unknown_file_type);
-  EXPECT_NE(read_image(padded(start, 6)).result, ErrorCode::unknown_file_type);
+  EXPECT_EQ(read_image(cut_at(start, 5)).result, ErrorCode::unknown_file_type);
+  EXPECT_NE(read_image(cut_at(start, 6)).result, ErrorCode::unknown_file_type);
   for (const std::size_t size : {49U, 50U}) {
-    const TempFile on_disk(padded(start, size));
+    const TemporaryFile on_disk(cut_at(start, size));
     FileType type = FileType::jpeg;
     MFileHandle file;
     EXPECT_EQ(open_and_identify(on_disk.name.c_str(), "rb", type, file) == ErrorCode::ok,
@@ -105,25 +89,6 @@ TEST(FileType, FilesThatCannotBeOpenedAreReported) {
   std::remove(fifo.c_str());
 }
 
-TEST(FileType, NamesAreKeptAndCut) {
-  const TempFile on_disk(jpeg({}));
-  ImageFile& image = *std::make_unique<ImageFile>().release();
-  const std::unique_ptr<ImageFile> owner(&image);
-  reset_image_file(image);
-  EXPECT_STREQ(image.modified.data(), "YYYY:MM:DD HH:MM:SS");
-  const std::string directory(240, 'd');
-  ASSERT_TRUE(open_image_file(directory, on_disk.name.c_str(), image));
-  EXPECT_EQ(image.file_name.data(), on_disk.name);
-  EXPECT_EQ(image.directory.data(), directory);
-  EXPECT_EQ(image.path.data(), (directory + "/" + on_disk.name).substr(0, 255));
-  EXPECT_EQ(image.file_size, jpeg({}).size());
-  EXPECT_TRUE(image.identity.known);
-  EXPECT_EQ(image.modified[4], ':');
-  EXPECT_NE(image.modified[0], 'Y');
-  ASSERT_TRUE(open_image_file("", on_disk.name.c_str(), image));
-  EXPECT_EQ(image.path.data(), on_disk.name);
-}
-
 TEST(FileType, ImageSizeIsThatOfTheFrameHeader) {
   const struct {
     Bytes bytes;
@@ -131,9 +96,9 @@ TEST(FileType, ImageSizeIsThatOfTheFrameHeader) {
   } cases[] = {{jpeg({frame_header(640, 480)}), 640, 480},
                {jpeg({comment("x"), quantisation_table(), frame_header(3, 2)}), 3, 2},
                {jpeg({segment(0xC4, noise(20, 1))}), 7, 7},
-               {padded(written_tiff(true, {artist}), 60), 0, 0}};
+               {cut_at(written_tiff(true, {artist}), 60), 0, 0}};
   for (const auto& test : cases) {
-    const TempFile file(test.bytes);
+    const TemporaryFile file(test.bytes);
     std::uint32_t width = 7;
     std::uint32_t height = 7;
     get_image_size(file.name.c_str(), width, height);
@@ -176,77 +141,49 @@ TEST(TiffHeader, IsFoundInTheFirstExifSegment) {
 
 TEST(TiffHeader, FilesWithoutExifDataAndDamagedHeaders) {
   const auto exif_of = [](const std::string& header) {
-    return jpeg({app1_exif(padded(bytes_of(header), 8)), picture()});
+    return jpeg({app1_exif(cut_at(bytes_of(header), 8)), picture()});
   };
-  const std::string magic_error = "Error: file FILE -TIFF tag value 2b incorrect (expected 2a)\n";
+  Bytes raf = cut_at(bytes_of("FUJIFILMCCD-RAW"), 87);
+  put(raf, 86, 65535, 2, true);
+  const std::string magic = "Error: file FILE -TIFF tag value ";
   const struct {
     const char* name;
     Bytes bytes;
-    bool incomplete;
-    std::string errors;
+    bool incomplete = false;
+    std::string errors = {};
+    ErrorCode result = ErrorCode::no_exif_data;
   } cases[] = {
-      {"no APP1", jpeg({app0_jfif(), picture()}), false, ""},
-      {"only XMP", jpeg({app1_xmp(), picture()}), false, ""},
-      {"Exif behind the scan", joined({jpeg({picture()}), source_exif(true, {artist})}), false, ""},
-      {"no NUL", jpeg({segment(0xE1, bytes_of("Exif__MM"))}), false, ""},
-      {"byte order", exif_of("XX\0*"s), true, ""},
-      {"magic", exif_of("MM\0+"s), true, magic_error},
+      {"no APP1", jpeg({app0_jfif(), picture()})},
+      {"only XMP", jpeg({app1_xmp(), picture()})},
+      {"Exif behind the scan", joined({jpeg({picture()}), source_exif(true, {artist})})},
+      {"no NUL", jpeg({segment(0xE1, bytes_of("Exif__MM"))})},
+      {"byte order", exif_of("XX\0*"s), true},
+      {"magic", exif_of("MM\0+"s), true, magic + "2b incorrect (expected 2a)\n"},
       {"magic in the other order", exif_of("II\0*"s), true,
-       "Error: file FILE -TIFF tag value 2a00 incorrect (expected 2a)\n"},
+       magic + "2a00 incorrect (expected 2a)\n"},
+      {"RAF, no image at its place", cut_at(raf, 1000)},
+      {"RAF, no place", cut_at(raf, 87), false, "", ErrorCode::seek_failed},
+      {"EPS magic", dos_eps_file(bytes_of("MM\0+\0\0\0\0"s)), false, "",
+       ErrorCode::tiff_tag_missing},
+      {"EPS byte order", dos_eps_file(bytes_of("XX*\0\0\0\0\0"s)), false, "",
+       ErrorCode::unknown_byte_order},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.name);
     const Reading reading = read_image(test.bytes);
-    EXPECT_EQ(reading.result, ErrorCode::no_exif_data);
+    EXPECT_EQ(reading.result, test.result);
     EXPECT_EQ(reading.image->incomplete, test.incomplete);
     EXPECT_EQ(reading.errors, test.errors);
     EXPECT_EQ(reading.image->field_count, 0U);
   }
 }
 
-TEST(TiffHeader, RafPointsAtItsJpegImage) {
-  Bytes raf = padded(bytes_of("FUJIFILMCCD-RAW"), 1000);
-  put(raf, 86, 1000, 2, true);
-  put(raf, 1000, jpeg({source_exif(false, {artist}), picture()}));
-  EXPECT_EQ(fields_of(read_image(raf)), artist_fields);
-  put(raf, 86, 1001, 2, true);
-  EXPECT_EQ(read_image(raf).result, ErrorCode::no_exif_data);
-  put(raf, 86, 65535, 2, true);
-  EXPECT_EQ(read_image(raf).result, ErrorCode::no_exif_data);
-  EXPECT_EQ(read_image(padded(raf, 87)).result, ErrorCode::seek_failed);
-}
-
-TEST(TiffHeader, DosEpsPointsAtItsTiffSection) {
-  const auto eps_with = [](const Bytes& tiff, std::size_t tiff_pos) {
-    Bytes eps = bytes_of("\xC5\xD0\xD3\xC6");
-    put(eps, 20, static_cast<std::uint32_t>(tiff_pos), 4, false);
-    put(eps, tiff_pos, tiff);
-    return eps;
-  };
-  // The chain of an EPS file has kinds of its own.
-  const Ifd first = ifd_of({text(0x013B, "Jane Doe")});
-  const Ifd second = ifd_of({text(0x013B, "John Doe")});
-  const Lines fields = {"19/0/0 013b Jane Doe", "20/0/1 013b John Doe"};
-  for (const std::size_t tiff_pos : {30U, 300000U}) {
-    const Reading reading = read_image(eps_with(scattered_tiff(true, {first, second}), tiff_pos));
-    EXPECT_EQ(reading.result, ErrorCode::ok);
-    EXPECT_EQ(fields_of(reading), fields);
-  }
-  EXPECT_EQ(read_image(eps_with(bytes_of("MM\0+\0\0\0\0"s), 30)).result,
-            ErrorCode::tiff_tag_missing);
-  EXPECT_EQ(read_image(eps_with(bytes_of("XX*\0\0\0\0\0"s), 30)).result,
-            ErrorCode::unknown_byte_order);
-}
-
-TEST(TiffHeader, TheFirstIfdOfATiffFileMayLieAnywhere) {
-  for (const bool big_endian : {true, false}) {
-    // An IFD at the end of a file of 600 KB, its value in front of it.
-    Bytes far = layout::tiff_header(big_endian);
-    const layout::Place place{&far, 0, big_endian};
-    far.resize(600'000);
-    place.put_offset(4, layout::scatter_ifd(place, artist, 0));
-    EXPECT_EQ(fields_of(read_image(far)), artist_fields);
-  }
+TEST(TiffHeader, TheTiffSectionOfADosEpsFileMayLieAnywhere) {
+  // Its chain has kinds of its own.
+  Bytes eps = dos_eps_file({});
+  put(eps, 20, 300000, 4, false);
+  put(eps, 300000, scattered_tiff(true, {artist, artist}));
+  EXPECT_EQ(fields_of(read_image(eps)), (Lines{"19/0/0 013b Jane Doe", "20/0/1 013b Jane Doe"}));
 }
 
 }  // namespace

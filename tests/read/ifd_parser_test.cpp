@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "reading.h"
+#include "read/reading.h"
 
 namespace tagmend::test {
 namespace {
@@ -45,14 +45,15 @@ TEST(IfdParser, EveryIfdGetsItsKindLevelAndSequence) {
   const Ifd sub = ifd_of({shorts(0x0100, {640})});
   const Entry interop = pointer(0xA005, {text(0x0001, "R98")});
   const Ifd main =
-      ifd_of({text(0x010E, "big"), pointer(0x014A, std::vector<Ifd>{sub, sub, sub}),
+      ifd_of({text(0x010E, "big"), pointer(0x014A, std::vector<Ifd>(10, sub)),
               pointer(0x8769, {octets(0x9000, kUndefined, "0220"), interop, shorts(0xA002, {640})}),
               pointer(0x8825, {octets(0x0000, kByte, Bytes{2, 2, 0, 0})}), text(0xE123, "?")});
-  const Lines expected = {"0/0/0 010e big",      "23/1/30000 0100 640", "24/1/30001 0100 640",
-                          "25/1/30002 0100 640", "2/1/0 9000 0220",     "5/2/0 0001 R98",
-                          "2/1/0 a002 640",      "16/1/0 0000 2.2.0.0", "0/0/0 e123 ?",
-                          "3/0/1 010e small",    "21/0/2 010e page 2",  "22/0/3 010e page 3",
-                          "40/0/4 010e page 4"};
+  const Lines expected = {
+      "0/0/0 010e big",      "23/1/a0000 0100 640", "24/1/a0001 0100 640", "25/1/a0002 0100 640",
+      "26/1/a0003 0100 640", "27/1/a0004 0100 640", "32/1/a0005 0100 640", "33/1/a0006 0100 640",
+      "37/1/a0007 0100 640", "38/1/a0008 0100 640", "40/1/a0009 0100 640", "2/1/0 9000 0220",
+      "5/2/0 0001 R98",      "2/1/0 a002 640",      "16/1/0 0000 2.2.0.0", "0/0/0 e123 ?",
+      "3/0/1 010e small",    "21/0/2 010e page 2",  "22/0/3 010e page 3",  "40/0/4 010e page 4"};
   for (const bool big_endian : {true, false}) {
     const Reading reading =
         read_image(scattered_tiff(big_endian, {main, thumbnail, page2, page3, page4}));

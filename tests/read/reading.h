@@ -3,36 +3,18 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "common/image_builder.h"
+#include "common/temporary_directory.h"
+#include "common/test_tools.h"
 #include "iptc/iptc_store.h"
 #include "read/read_image_file.h"
 
 namespace tagmend::test {
-
-/// A file in the temporary directory that is gone with the object.
-struct TempFile {
-  std::string name;
-
-  explicit TempFile(const Bytes& bytes)
-      : name(testing::TempDir() + "read_" + std::to_string(getpid()) + ".tmp") {
-    std::FILE* const file = std::fopen(name.c_str(), "wb");
-    if (!bytes.empty()) {
-      std::fwrite(bytes.data(), 1, bytes.size(), file);
-    }
-    std::fclose(file);
-  }
-  TempFile(const TempFile&) = delete;
-  TempFile& operator=(const TempFile&) = delete;
-  ~TempFile() { std::remove(name.c_str()); }
-};
 
 struct Reading {
   std::unique_ptr<ImageFile> image = std::make_unique<ImageFile>();
@@ -53,7 +35,7 @@ inline std::string with_file_placeholder(std::string text, const std::string& na
 }
 
 inline Reading read_image(const Bytes& bytes, const MetadataHooks& hooks = {}, bool sort = false) {
-  const TempFile file(bytes);
+  const TemporaryFile file(bytes);
   Reading reading;
   reading.hooks = hooks;
   ReadContext context = reading.context();
@@ -75,12 +57,6 @@ inline std::vector<std::string> fields_of(const Reading& reading) {
     fields.push_back(place + std::string(entry.text.data()));
   }
   return fields;
-}
-
-/// The bytes of a file that was cut.
-inline Bytes cut_at(Bytes bytes, std::size_t size) {
-  bytes.resize(size);
-  return bytes;
 }
 
 using Lines = std::vector<std::string>;

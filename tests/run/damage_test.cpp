@@ -141,6 +141,14 @@ std::vector<Specimen> specimens() {
   all.push_back({"DOS EPS", ".eps", tiff, true, dos_eps_file});
   all.push_back(
       {"CRW", ".crw", crw_file(noise(0x300, 4), false), false, [](const Bytes& f) { return f; }});
+  const Bytes datasets = joined({dataset(2, 0, Bytes{0, 2}), dataset(2, 55, "20040501"),
+                                 dataset(3, 60, Bytes{1, 2}), dataset(2, 131, "P")});
+  all.push_back({"Photoshop", ".jpg",
+                 joined({resource(1000, "odd", {1, 2, 3}), resource(1028, "", datasets),
+                         resource(1034, "", {1}), resource(1035, "", bytes_of("http://a"))}),
+                 true, [](const Bytes& blocks) {
+                   return jpeg({app13_photoshop({blocks}), picture()});
+                 }});
   all.push_back({"RMETA", ".jpg", app5_rmeta(false), false, [](const Bytes& app5) {
                    return jpeg({app5, picture()});
                  }});

@@ -152,15 +152,18 @@ TEST(JpegEdit, FieldsAreRemoved) {
 }
 
 TEST(JpegEdit, ListsComeFromFilesAndStandardInput) {
-  const Files lists = {
-      {"list.txt", bytes_of("artist = no\nartist=A B \nmodel=\"x, y\"\n\ncopyright=me")},
-      {"names.txt", bytes_of("model\nmake, date-mod\n")}};
+  const Files lists = {{"list.txt", bytes_of("artist=A B \nmodel=\"x, y\"\n\ncopyright=me")},
+                       {"names.txt", bytes_of("model\nmake, date-mod\n")},
+                       {"empty.txt", bytes_of("\n")},
+                       {"zero.txt", joined({bytes_of("artist=x\n"), {0}, bytes_of("=2\n")})},
+                       {"long.txt", bytes_of("artist=" + std::string(5000, ' ') + "x")}};
   const Change added = [](Chain& c) {
     set(c[0], text(0x0110, "x, y"));
     set(c[0], text(0x013B, "A B"));
     // 0x8298 is inserted after the last smaller tag of IFD0, before the EXIF pointer.
     set(c[0], text(0x8298, "me"));
   };
+  const Change artist_x = [](Chain& c) { set(c[0], text(0x013B, "x")); };
   check_fields({{{"-qr", "@names.txt"},
                  [](Chain& c) {
                    drop(c[0], 0x010F);
@@ -168,6 +171,9 @@ TEST(JpegEdit, ListsComeFromFilesAndStandardInput) {
                    drop(c[0], 0x0132);
                  }},
                 {{"-r", "@-"}, [](Chain& c) { drop(c[0], 0x010F); }, "make"},
+                {{"-a", "@empty.txt", "-a", "@list.txt"}, added},
+                {{"-a", "@zero.txt"}, artist_x},
+                {{"-a", "@long.txt"}, artist_x},
                 {{"-a", "@-"}, added, "artist=A B\nmodel=\"x, y\"\ncopyright=me\n"},
                 // Of the standard input, 2048 characters are read.
                 {{"-a", "@-"},
@@ -215,6 +221,9 @@ TEST(JpegEdit, CharacterSets) {
   const std::string snow("\xEA\x96", 2);  // U+96EA
   check_fields({
       {{"-p", "LOCAL=utf-8,EXIF=iso-8859-1", "-a", "artist=Jos\xC3\xA9"}, artist("Jos\xE9")},
+      // Of two names for one set the first counts.
+      {{"-q", "-p", "Local=\"utf-8\",exif=iso-8859-1,exif=utf-8", "-a", "artist=\xC3\xA9"},
+       artist("\xE9")},
       {{"-a", "artist=Jos\xC3\xA9"},
        artist("Jos\xE9"),
        "",
@@ -287,12 +296,6 @@ TEST(JpegEdit, FilesWithoutExifGetIt) {
              "photo.jpg");
 }
 
-Chain with_artist() {
-  Chain chain = camera();
-  set(chain[0], text(0x013B, "x"));
-  return chain;
-}
-
 Chain without_model() {
   Chain chain = camera();
   drop(chain[0], 0x0110);
@@ -313,7 +316,7 @@ TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
     SCOPED_TRACE(big ? "MM" : "II");
     const Bytes old_exif = source_exif(big, camera());
     const Bytes second_exif = source_exif(!big, {ifd_of({text(0x010F, "Second")})});
-    const Bytes added = written_exif(big, with_artist());
+    const Bytes added = written_exif(big, camera_of("x"));
     const Bytes removed = written_exif(big, without_model());
     const Bytes tail =
         joined({app2_flashpix(0), app2_flashpix(1), segment(0xE5, noise(40, 6)),
@@ -342,10 +345,10 @@ TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
         {{"-e", "F"},
          jpeg({old_exif, app2_icc(), app2_flashpix(0), app2_icc(), app2_flashpix(1), picture()}),
          jpeg({old_exif, app2_icc(), app2_icc(), picture()})},
-        {{"-e", "i"},
+        {{"-e", "Iptc"},
          jpeg({old_exif, app13_photoshop({}), foreign_app13, app14_adobe(), picture()}),
          jpeg({old_exif, app14_adobe(), picture()})},
-        {{"-b", "-e", "a"},
+        {{"-b", "-e", "All"},
          jpeg({app0_jfif(), old_exif, app1_xmp(), app2_icc(), tail}),
          jpeg({app0_jfif(), app1_xmp(), app2_icc(), segment(0xE5, noise(40, 6)), app14_adobe(),
                segment(0xEF, noise(9, 1)), comment("a note"), picture(), comment("another")})},
@@ -353,6 +356,37 @@ TEST(JpegEdit, SegmentsAroundExifKeepTheirPlace) {
         {{"-q", "-e", "a", "-a", "artist=x"},
          jpeg({app0_jfif(), old_exif, app2_flashpix(1), picture()}),
          jpeg({app0_jfif(), added, app2_flashpix(1), picture()})},
+    };
+    for (const EditCase& wanted : cases) {
+      check_edit(wanted, "photo.jpg");
+    }
+  }
+}
+
+// What an IFD is hangs on its place: one without fields stays in front of those behind it.
+TEST(JpegEdit, IfdsBehindAnEmptyOneKeepTheirPlace) {
+  Chain three = camera();
+  three.push_back(ifd_of({text(0x010E, "third")}));
+  Chain second_empty = three;
+  second_empty[1] = {};
+  Chain array = camera();
+  set(array[0], pointer(0x014A, {ifd_of({}), ifd_of({text(0x010E, "second")})}));
+  const auto with_artist = [](Chain chain) {
+    set(chain[0], text(0x013B, "x"));
+    return chain;
+  };
+  for (const bool big : {false, true}) {
+    SCOPED_TRACE(big ? "MM" : "II");
+    const auto source = [big](const Chain& chain) {
+      return jpeg({source_exif(big, chain), picture()});
+    };
+    const auto written = [big](const Chain& chain) {
+      return jpeg({written_exif(big, chain), picture()});
+    };
+    const EditCase cases[] = {
+        {{"-r", "th-comp,th-x-res,th-if-offset,th-if-count"}, source(three), written(second_empty)},
+        {{"-a", "artist=x"}, source(second_empty), written(with_artist(second_empty))},
+        {{"-a", "artist=x"}, source(array), written(with_artist(array))},
     };
     for (const EditCase& wanted : cases) {
       check_edit(wanted, "photo.jpg");
@@ -477,7 +511,7 @@ TEST(JpegEdit, Limits) {
 
 TEST(JpegEdit, BackupsAreNumberedAndNeverOverwritten) {
   const Bytes before = jpeg({source_exif(true, camera()), picture()});
-  const Bytes after = jpeg({written_exif(true, with_artist()), picture()});
+  const Bytes after = jpeg({written_exif(true, camera_of("x")), picture()});
   const Bytes other = bytes_of("somebody's file");
   struct {
     const char* name;

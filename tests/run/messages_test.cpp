@@ -72,9 +72,9 @@ Bytes plain_jpeg() { return jpeg({app0_jfif(), picture()}); }
 
 struct Case {
   Words arguments;
-  int status;
-  std::string out;
-  std::string err;
+  int status = 0;
+  std::string err = {};
+  std::string out = {};
 };
 
 /// Runs every case in a directory with one photograph, which must stay as it is.
@@ -89,125 +89,108 @@ void check_without_edit(const std::vector<Case>& cases) {
 
 TEST(Messages, CommandLine) {
   check_without_edit({
-      {{}, 0, kVersion, ""},
-      {{"-v"}, 0, kVersion, ""},
-      {{"-h"}, 0, kUsage, ""},
-      {{"-hv"}, 0, kUsage, ""},
-      {{"-v", "-a", "artist=x", "photo.jpg"}, 0, kVersion, ""},
-      {{"-h", "-t", "1"}, 0, kUsage, kThumbnailOption},
-      {{"-x"}, 1, "", "tagmend: invalid option -- 'x'\n"},
-      {{"-a"}, 1, "", "tagmend: option requires an argument -- 'a'\n"},
-      {{"-x", "-c", "A", "-s", "photo.jpg"}, 1, "", "tagmend: invalid option -- 'x'\n"},
-      {{"-xh"}, 1, "", "tagmend: invalid option -- 'x'\n"},
-      {{"photo.jpg"}, 1, "", kNoAction},
-      {{"-b", "-d", "-i", "-q", "-u", "photo.jpg"}, 1, "", kNoAction},
+      {{}, 0, "", kVersion},
+      {{"-v"}, 0, "", kVersion},
+      {{"-h"}, 0, "", kUsage},
+      {{"-hv"}, 0, "", kUsage},
+      {{"-v", "-a", "artist=x", "photo.jpg"}, 0, "", kVersion},
+      {{"-h", "-t", "1"}, 0, kThumbnailOption, kUsage},
+      {{"-x"}, 1, "tagmend: invalid option -- 'x'\n"},
+      {{"-a"}, 1, "tagmend: option requires an argument -- 'a'\n"},
+      {{"-x", "-c", "A", "-s", "photo.jpg"}, 1, "tagmend: invalid option -- 'x'\n"},
+      {{"-xh"}, 1, "tagmend: invalid option -- 'x'\n"},
+      {{"photo.jpg"}, 1, kNoAction},
+      {{"-b", "-d", "-i", "-q", "-u", "photo.jpg"}, 1, kNoAction},
       // Options end at the first operand.
-      {{"photo.jpg", "-s"}, 1, "", kNoAction},
-      {{"--", "-s"}, 1, "", kNoAction},
-      {{"-t", "120"}, 1, "", std::string(kThumbnailOption) + kNoAction},
-      {{"-t120", "-q"}, 1, "", std::string(kThumbnailOption) + kNoAction},
-      {{"-q", "-t", "120"}, 1, "", kNoAction},
-      {{"-e", "x"}, 1, "Error: Invalid erase option '-e x' specified.\n", kNoAction},
-      {{"-q", "-e", "xe"}, 1, "Error: Invalid erase option '-e xe' specified.\n", kNoAction},
-      {{"-c", "ab"}, 1, "", "Error: Quote character (-c ab) is invalid\n"},
-      {{"-c", ""}, 1, "", "Error: Quote character (-c ) is invalid\n"},
-      {{"-j", "xy", "-s"}, 1, "", "Error: Separator character (-j xy) is invalid\n"},
-      {{"-c", "ab", "-j", "ab"},
-       1,
-       "",
-       "Error: Quote character (-c ab) is invalid\nError: Separator character (-j ab) is "
-       "invalid\n"},
-      {{"-p", "FOO=UTF-8"}, 1, "", "Error: Invalid character set type 'FOO' on -p option.\n"},
+      {{"photo.jpg", "-s"}, 1, kNoAction},
+      {{"--", "-s"}, 1, kNoAction},
+      {{"-t", "120"}, 1, std::string(kThumbnailOption) + kNoAction},
+      {{"-t120", "-q"}, 1, std::string(kThumbnailOption) + kNoAction},
+      {{"-q", "-t", "120"}, 1, kNoAction},
+      {{"-e", "x"}, 1, kNoAction, "Error: Invalid erase option '-e x' specified.\n"},
+      {{"-q", "-e", "xe"}, 1, kNoAction, "Error: Invalid erase option '-e xe' specified.\n"},
+      {{"-p", "foo=UTF-8"}, 1, "Error: Invalid character set type 'FOO' on -p option.\n"},
+      {{"-q", "-p", "local", "-s"},
+       0,
+       "Unexpected end of list where value expected. Field 'local' ignored\n"},
       {{"-p", "exif=NoSuchSet"},
        1,
-       "",
        "Error: Unrecognised EXIF Character Set name 'NOSUCHSET' on -p option.\n"},
       {{"-p", "local=NoSuchSet,iptc=NoSuchSet"},
        1,
-       "",
        "Error: Unrecognised LOCAL Character Set name 'NOSUCHSET' on -p option.\n"
        "Error: Unrecognised IPTC Character Set name 'NOSUCHSET' on -p option.\n"},
       {{"-p", "LOCAL=UTF-8,LOCAL=ASCII"},
        1,
-       "",
        "Warning: Attempt to set LOCAL character set mutlple times on -p option, only first value "
        "used.\n" +
            std::string(kNoAction)},
-      {{"-q", "-p", "EXIF=UTF-8,EXIF=ASCII", "-p", "EXIF=ASCII"}, 1, "", kNoAction},
+      {{"-q", "-p", "EXIF=UTF-8,EXIF=ASCII", "-p", "EXIF=ASCII"}, 1, kNoAction},
       // The list is read, so there is an action, but no file follows.
-      {{"-s"}, 0, "", ""},
-      {{"-e", "Exact"}, 0, "", ""},
-      {{"-eF"}, 0, "", ""},
-      {{"-a", "artist=x", "-e", "a"}, 0, "", kEraseIgnored},
-      {{"-e", "i", "-r", "artist"}, 0, "", kEraseIgnored},
-      {{"-q", "-e", "f", "-s"}, 0, "", ""},
+      {{"-s"}},
+      {{"-e", "Exact"}},
+      {{"-e", ""}, 1, kNoAction, "Error: Invalid erase option '-e ' specified.\n"},
+      {{"-eF"}},
+      {{"-a", "artist=x", "-e", "a"}, 0, kEraseIgnored},
+      {{"-e", "i", "-r", "artist"}, 0, kEraseIgnored},
+      {{"-q", "-e", "f", "-s"}},
       // An erase request that gives way to a list in which nothing is valid leaves no action.
       {{"-e", "e", "-a", "nosuch=1"},
        1,
-       "",
        "Unknown field 'nosuch' ignored.\n" + std::string(kEraseIgnored) + kNoAction},
   });
 }
 
 TEST(Messages, QuoteAndSeparatorAreCharactersOrNumbers) {
-  check_without_edit({
-      {{"-c", "'", "-a", "artist='a, b'"}, 0, "", ""},
-      {{"-c", "042", "-a", "artist=\"a, b\""}, 0, "", ""},
-      {{"-c", "65", "-a", "artist=Aa, bA"}, 0, "", ""},
-      {{"-c", "321", "-a", "artist=Aa, bA"}, 0, "", ""},  // the low 8 bits
-      {{"-c", "5", "-a", "artist=5a, b5"}, 0, "", ""},    // one character is itself
-      {{"-j", ",", "-s"}, 0, "", ""},
-      {{"-j", "0x", "-s"}, 0, "", ""},
-  });
+  std::vector<Case> cases = {{{"-j", ",", "-s"}},
+                             {{"-j", "0x", "-s"}},
+                             {{"-c", "09", "-a", "artist=\"a"}}};  // no character
+  // One character is itself; numbers are decimal or octal, and their low 8 bits count.
+  const std::pair<const char*, std::string> quotes[] = {
+      {"!", "!"},  {"0", "0"},   {"7", "7"},   {"065", "5"}, {"42", "*"},  {"042", "\""},
+      {"65", "A"}, {"65x", "A"}, {" 65", "A"}, {"321", "A"}, {"-191", "A"}};
+  for (const auto& [argument, quote] : quotes) {
+    cases.push_back({{"-c", argument, "-a", "artist=" + quote + "a, b" + quote}});
+  }
+  for (const std::string argument : {"ab", "", "x1", "--"}) {
+    cases.push_back({{"-c", argument, "-j", argument, "-s"},
+                     1,
+                     "Error: Quote character (-c " + argument +
+                         ") is invalid\nError: Separator character (-j " + argument +
+                         ") is invalid\n"});
+  }
+  check_without_edit(cases);
 }
 
 TEST(Messages, ValuesAreCheckedBeforeAnyFileIsTouched) {
   const std::string text_1999(1999, 'x');
   const std::pair<const char*, const char*> refused[] = {
-      {"exp-time=-2", "Invalid number specified"},
-      {"exp-time=1/0", "Invalid number specified"},
-      {"exp-time=3000", "Invalid number specified"},
-      {"exp-time=nan", "Invalid number specified"},
-      {"exp-time=fast", "Invalid number specified"},
-      {"shutter=0", "Invalid number specified"},
       {"aperture=0.95", "Formatting of this field not yet supported"},
-      {"aperture=-1", "Invalid number specified"},
       {"exif-ver=0230", "Invalid field value specified"},
       {"flashpix-ver=0100", "Not enough values supplied"},
+      {"unknown=[make]", "Editing of this field is not permitted"},
       {"maker-note=00", "Editing of this field is not permitted"},
       {"strip-off=1", "Editing of this field is not permitted"},
-      {"unknown=1", "Editing of this field is not permitted"},
-      {"gps-ver=2.2.0.0", "Invalid field value specified"},
-      {"gps-latitude=45", "Not enough values supplied"},
-      {"gps-latitude=45 27", "Not enough values supplied"},
       {"gps-latitude=45.5 27 30", "Fractional value not allowed in this value"},
-      {"gps-latitude=45 27.5 30", "Too many values supplied"},
-      {"gps-latitude=-45 27 30", "Invalid number specified"},
-      {"gps-latitude=45 -27 30", "Invalid number specified"},
-      {"gps-latitude=x 27 30", "Invalid number specified"},
       {"gps-altitude=-3", "Invalid number specified"},
       {"gps-altitude=214749.5", "Invalid number specified"},
       {"gps-date=2004:5:1", "Text string too short"},
       {"x-res=\"1,2\"", "Too many values supplied"},
-      {"page-num=70000 1", "Invalid number specified"},
-      {"page-num=1", "Not enough values supplied"},
       {"iso-speed=-1", "Invalid number specified"},
-      {"main-width=4294967296", "Invalid number specified"},
       {"main-width=wide", "Invalid number specified"},
       {"oecf=ABC", "Binary hexadecimal string must contain an even number of characters"},
       {"oecf=ZZ",
        "Binary hexadecimal string contains characters other than '0123456789AaBbCcDdEeFf'"},
-      {"image-id=1234567890123456789012345678901", "Text string too short"},
       {"image-id=123456789012345678901234567890123", "Text string too long"},
       {"orient=sideways", "Invalid field value specified"},
       {"orient=[nosuchname]", "Invalid field value specified"},
-      {"date-taken=2005:13:01", "Date format invalid"},
       {"date-taken=2004:05:01 10:20:30 +1300", "Date format invalid"},
       {"date-taken=10:20", "Time specified where date was expected"},
       {"ip-exif=00", "Editing of this field is not permitted"},
       {"ip3-color-seq=1", "Formatting of this field not yet supported"},
       {"ip-copyrighted=maybe", "Invalid field value specified"},
       {"ip-date=10:20", "Date format invalid"},
+      {"ip-date=[nonsense]", "Date format invalid"},
       {"ip-version=70000", "Invalid number specified"},
   };
   std::vector<Case> cases;
@@ -215,7 +198,6 @@ TEST(Messages, ValuesAreCheckedBeforeAnyFileIsTouched) {
     const std::string name = std::string(item).substr(0, std::string(item).find('='));
     cases.push_back({{"-q", "-a", item},
                      1,
-                     "",
                      "Invalid value specified for " + name + ": " + reason + "\n" + kNoAction});
   }
   for (const char* const accepted :
@@ -223,22 +205,19 @@ TEST(Messages, ValuesAreCheckedBeforeAnyFileIsTouched) {
         "exp-time=2147.4", "gps-latitude=45 27.50", "gps-latitude=\"45,27,30\"",
         "orient=[date-taken]", "date-taken=01-May-04", "ip-keyword=a;b", "ip-time=10:20:30",
         "ip-city=a name that is far longer than thirty-two characters"}) {
-    cases.push_back({{"-a", accepted}, 0, "", ""});
+    cases.push_back({{"-a", accepted}});
   }
   cases.push_back({{"-a", "oecf=\"\""},
                    1,
-                   "",
                    "Invalid value specified for oecf: Binary hexadecimal string must contain an "
                    "even number of characters\n" +
                        std::string(kNoAction)});
-  cases.push_back({{"-a", "description=" + text_1999}, 0, "", ""});
-  cases.push_back({{"-a", "description=" + text_1999 + "x"},
+  cases.push_back({{"-a", "description=" + text_1999}});
+  cases.push_back({{"-a", "description=" + std::string(2030, 'x')},
                    1,
-                   "",
                    "Internal error - long string exif_encode_field('" + text_1999 + "x')\n"});
   cases.push_back({{"-a", "ip-exif=00,orient=x,artist=y,IP-CITY=z"},
                    0,
-                   "",
                    "Invalid value specified for ip-exif: Editing of this field is not permitted\n"
                    "Invalid value specified for orient: Invalid field value specified\n"
                    "Unknown field 'IP-CITY' ignored.\n"});
@@ -249,65 +228,33 @@ TEST(Messages, ListSyntax) {
   const std::string end_in_value =
       "Unexpected end of list where value expected. Field 'make' ignored\n";
   check_without_edit({
-      {{"-a", "make=1,,model=2"}, 0, "", ""},
-      {{"-a", "make="}, 1, "", "End of string reached after '='\n" + end_in_value + kNoAction},
-      {{"-qa", "make="}, 1, "", end_in_value + kNoAction},
-      {{"-a", "make=,model=2"},
-       0,
-       "",
-       "Unexpected ',' where value expected. Previous field name ignored\n"
-       "No value following field 'make', field ignored\n"},
-      {{"-a", "make model=1"}, 0, "", "No value following field 'make', field ignored\n"},
-      {{"-a", "make = 1"},
-       1,
-       "",
-       "Unexpected '=' after ',' ignored\n"
-       "No value following field 'make', field ignored\n"
-       "Unexpected end of list where value expected. Field '1' ignored\n" +
-           std::string(kNoAction)},
-      {{"-c", "'", "-a", "make='x, y',model='',artist='it\\'s'"}, 0, "", ""},
-      {{"-c", "'", "-a", "make='open"},
-       1,
-       "",
-       "End of string reached inside quoted string\n" + end_in_value + kNoAction},
-      {{"-a", "make=x=y"},
-       0,
-       "",
-       "Unexpected '=' ignored\n"
-       "Unexpected end of list where value expected. Field 'y' ignored\n"},
-      {{"-a", "=5"}, 1, "", "Unexpected value '5', field ignored\n" + std::string(kNoAction)},
-      {{"-a", "make==5"}, 0, "", "Unexpected duplicate '=' ignored\n"},
-      {{"-a", "\"make=5"}, 0, "", "Unexpected quote character '\"' ignored\n"},
-      {{"-a", "make=5, \"model=6"}, 0, "", "Unexpected quote character '\"' ignored\n"},
-      {{"-a", "ma\"ke=5"},
-       1,
-       "",
-       "Unexpected quote character '\"' ignored.\n"
-       "Unknown field 'ma\"ke' ignored.\n" +
-           std::string(kNoAction)},
-      {{"-a", "make=a\"b"}, 0, "", "Unexpected '\"' ignored\n"},
-      {{"-c", "'", "-a", "make=a'b"}, 0, "", "Unexpected '\"' ignored\n"},
+      {{"-a", "make="}, 1, "End of string reached after '='\n" + end_in_value + kNoAction},
+      {{"-qa", "make="}, 1, end_in_value + kNoAction},
+      {{"-q", "-c", "'", "-a", "make='open"}, 1, end_in_value + kNoAction},
+      {{"-a", "=5"}, 1, "Unexpected value '5', field ignored\n" + std::string(kNoAction)},
+      {{"-c", "'", "-a", "make=a'b"}, 0, "Unexpected '\"' ignored\n"},
       {{"-a", std::string(60, 'n') + "=1"},
        1,
-       "",
        "Unknown field '" + std::string(50, 'n') + "' ignored.\n" + kNoAction},
-      {{"-a", ""}, 1, "", kNoAction},
-      {{"-r", " make\tmodel\n,artist"}, 0, "", ""},
-      {{"-r", "nosuch,make"}, 0, "", "Unknown field 'nosuch' ignored.\n"},
-      {{"-r", "=5,make"}, 0, "", "Unexpected value '5' ignored\n"},
+      {{"-a", ""}, 1, kNoAction},
+      {{"-r", " make\tmodel\n,artist"}},
+      {{"-r", "\"make model\""},
+       0,
+       "Unexpected quote character '\"' ignored\n"
+       "Unexpected quote character '\"' ignored.\n"
+       "Unknown field 'model\"' ignored.\n"},
+      {{"-r", "nosuch,make"}, 0, "Unknown field 'nosuch' ignored.\n"},
+      {{"-r", "=5,make"}, 0, "Unexpected value '5' ignored\n"},
       {{"-r", "exif-offset,end-table"},
        1,
-       "",
        "Unknown field 'exif-offset' ignored.\nUnknown field 'end-table' ignored.\n" +
            std::string(kNoAction)},
       {{"-a", "@missing.txt"},
        1,
-       "",
        "Error: Can't open file list file missing.txt: No such file or directory\n" +
            std::string(kNoAction)},
       {{"-r", "@missing.txt", "-s"},
        0,
-       "",
        "Error: Can't open file list file missing.txt: No such file or directory\n"},
   });
 }
@@ -318,15 +265,12 @@ TEST(Messages, ListsHoldTwoHundredItemsTogether) {
            " and all fields following ignored.\n";
   };
   check_without_edit({
-      {{"-a", repeated("make=a,", 200)}, 0, "", ""},
-      {{"-qa", repeated("make=a,", 200) + "model=b,artist=c"}, 0, "", full("", "model")},
-      {{"-a", repeated("make=a,", 200), "-a", "nosuch=b"}, 0, "", full("", "nosuch")},
-      {{"-a", repeated("make=a,", 150), "-a", repeated("ip-city=a,", 60)},
-       0,
-       "",
-       full("", "ip-city")},
-      {{"-a", repeated("make=a,", 199), "-r", "model,artist"}, 0, "", full("Warning: ", "artist")},
-      {{"-q", "-a", repeated("make=a,", 199), "-r", "model,artist"}, 0, "", ""},
+      {{"-a", repeated("make=a,", 200)}},
+      {{"-qa", repeated("make=a,", 200) + "model=b,artist=c"}, 0, full("", "model")},
+      {{"-a", repeated("make=a,", 200), "-a", "nosuch=b"}, 0, full("", "nosuch")},
+      {{"-a", repeated("make=a,", 150), "-a", repeated("ip-city=a,", 60)}, 0, full("", "ip-city")},
+      {{"-a", repeated("make=a,", 199), "-r", "model,artist"}, 0, full("Warning: ", "artist")},
+      {{"-q", "-a", repeated("make=a,", 199), "-r", "model,artist"}},
   });
 }
 
@@ -370,67 +314,54 @@ TEST(Messages, DirectoriesThatCannotBeEntered) {
                  "Error: Can't open directory unlisted:Permission denied\n");
 }
 
-/// One camera file with few fields, and what single edits of it say.
-Bytes small_exif(bool with_frame = true) {
-  const Ifd ifd = ifd_of({text(0x010F, "Acme"), text(0x0110, "M"),
-                          pointer(0x8769, {octets(0x9000, kUndefined, "0220")})});
-  return jpeg({source_exif(true, {ifd}), with_frame ? picture() : quantisation_table()});
-}
-
 TEST(Messages, EditsThatPartlyFail) {
-  struct EditCase {
-    Words arguments;
-    Bytes source;
-    bool edited;
-    std::string err;
+  const auto photo = [](const Bytes& headers) {
+    const Ifd ifd = ifd_of({text(0x010F, "Acme"), text(0x0110, "M"),
+                            pointer(0x8769, {octets(0x9000, kUndefined, "0220")})});
+    return jpeg({source_exif(true, {ifd}), headers});
   };
+  const Bytes usual = photo(picture());
   const std::string unedited = "Error: File photo.jpg: ";
-  const EditCase cases[] = {
-      {{"-r", "artist"},
-       small_exif(),
-       true,
-       "Warning: Could not delete field 'artist', field not found\n"},
-      {{"-qr", "artist"}, small_exif(), true, ""},
+  const std::string wrong_value =
+      "Can't add EXIF field Orientation (start point) (value '[file-base]'): Invalid field value "
+      "specified\n";
+  const struct {
+    Words arguments;
+    bool edited;
+    std::string err = {};
+    Bytes source = {};  ///< empty for the usual one
+  } cases[] = {
+      {{"-r", "artist"}, true, "Warning: Could not delete field 'artist', field not found\n"},
+      {{"-qr", "artist"}, true},
       {{"-r", "make,model"},
-       small_exif(),
        false,
        "Error: Attempt to delete all Camera IFD fields. This is not allowed.\n" + unedited +
            "Too many fields deleted\n"},
-      {{"-a", "iop-index=R98"},
-       small_exif(),
-       true,
-       "Can't add field Interop. Index, required IFD not found\n"},
+      {{"-a", "iop-index=R98"}, true, "Can't add field Interop. Index, required IFD not found\n"},
       {{"-a", "orient=[file-base]"},
-       small_exif(),
        false,
-       "Can't add EXIF field Orientation (start point) (value '[file-base]'): Invalid field value "
-       "specified\n" +
-           unedited + "Invalid field value specified\n"},
-      {{"-a", "orient=[file-base],artist=x"},
-       small_exif(),
-       true,
-       "Can't add EXIF field Orientation (start point) (value '[file-base]'): Invalid field value "
-       "specified\n"},
+       wrong_value + unedited + "Invalid field value specified\n"},
+      {{"-a", "orient=[file-base],artist=x"}, true, wrong_value},
       {{"-s"},
-       small_exif(false),
        true,
-       "Error: photo.jpg. Could not determine actual image dimensions.\n"},
+       "Error: photo.jpg. Could not determine actual image dimensions.\n",
+       photo(quantisation_table())},
       {{"-q", "-s", "-r", repeated("artist,", 198)},
-       small_exif(),
        true,
        "Can't set EXIF data to actual image values, too many fields editted.\n"},
-      {{"-q", "-s", "-r", repeated("artist,", 197)}, small_exif(), true, ""},
-      {{"-e", "a", "-r", "artist", "-q"}, small_exif(), true, ""},
+      {{"-q", "-s", "-r", repeated("artist,", 197)}, true},
+      {{"-e", "a", "-r", "artist", "-q"}, true},
   };
-  for (const EditCase& wanted : cases) {
+  for (const auto& wanted : cases) {
     SCOPED_TRACE(::testing::PrintToString(wanted.arguments).substr(0, 60));
-    const Sandbox sandbox({{"photo.jpg", wanted.source}});
+    const Bytes source = wanted.source.empty() ? usual : wanted.source;
+    const Sandbox sandbox({{"photo.jpg", source}});
     Words arguments = wanted.arguments;
     arguments.emplace_back("photo.jpg");
     expect_outcome(sandbox.run(arguments), 0, "", wanted.err);
     const Files files = sandbox.files();
     EXPECT_EQ(files.size(), wanted.edited ? 2U : 1U);
-    EXPECT_EQ(files.at(wanted.edited ? "photo-be.jpg" : "photo.jpg"), wanted.source);
+    EXPECT_EQ(files.at(wanted.edited ? "photo-be.jpg" : "photo.jpg"), source);
   }
 }
 

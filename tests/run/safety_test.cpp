@@ -19,9 +19,7 @@ namespace {
 Bytes before() { return jpeg({app0_jfif(), source_exif(false, camera()), app2_icc(), picture()}); }
 
 Bytes after() {
-  Chain chain = camera();
-  set(chain[0], text(0x013B, "x"));
-  return jpeg({app0_jfif(), written_exif(false, chain), app2_icc(), picture()});
+  return jpeg({app0_jfif(), written_exif(false, camera_of("x")), app2_icc(), picture()});
 }
 
 std::string temporary_name(pid_t process, int number) {
@@ -68,8 +66,6 @@ TEST(Safety, WhatCouldNotBeReadStaysInTheBackup) {
   const Entry unknown_type{0xC123, 16, {}, {}};
   Chain odd = camera();
   odd[0].entries.push_back(unknown_type);
-  Chain edited = camera();
-  set(edited[0], text(0x013B, "x"));
   // Data of an IFD that lies past the end of the file.
   Bytes cut_pointer =
       scattered_tiff(true, {ifd_of({text(0x010F, "Acme"), longs(0x8825, {60000})})});
@@ -79,8 +75,8 @@ TEST(Safety, WhatCouldNotBeReadStaysInTheBackup) {
     Bytes expected;
     const char* err;
   } const cases[] = {
-      {jpeg({source_exif(true, odd), picture()}), jpeg({written_exif(true, edited), picture()}),
-       ""},
+      {jpeg({source_exif(true, odd), picture()}),
+       jpeg({written_exif(true, camera_of("x")), picture()}), ""},
       {jpeg({app1_exif(cut_pointer), picture()}),
        jpeg({written_exif(true, without_gps), picture()}), "Can't read context data: Success\n"},
   };

@@ -118,6 +118,14 @@ TEST(TiffEdit, FieldsAreAddedReplacedAndRemoved) {
                c[0].entries.push_back(pointer(0x8769, {rationals(0x829A, {250000, 1000000}),
                                                        octets(0x9000, kUndefined, "0220")}));
              }));
+  // Each page has an EXIF IFD of its own: the edited value stays in the first one's.
+  const auto page_with_exif = [](std::uint32_t time) {
+    Ifd ifd = page(1, 2, kLong, kLong);
+    ifd.entries.push_back(pointer(0x8769, {rationals(0x829A, {time, 1000000})}));
+    return ifd;
+  };
+  check_tiff({"-a", "exp-time=1/500"}, {page_with_exif(10000), page_with_exif(5000)},
+             {page_with_exif(2000), page_with_exif(5000)});
   const Words no_resolution = {"-q", "-r", "x-res,th-x-res"};
   check_tiff(no_resolution, plain, changed([](Chain& c) {
                drop(c[0], 0x011A);
@@ -157,7 +165,7 @@ TEST(TiffEdit, ARefusedFileLeavesTheNextOneEditable) {
   expect_files(sandbox, files);
 }
 
-TEST(TiffEdit, ImageDataThatCannotMoveIsRefused) {
+TEST(TiffEdit, PagesThatCannotBeWrittenAgainAreRefused) {
   const auto with = [](Entry entry) {
     Ifd ifd = page(1, 2, kLong, kLong);
     set(ifd, std::move(entry));
@@ -191,7 +199,8 @@ TEST(TiffEdit, ImageDataThatCannotMoveIsRefused) {
                            three_counts,
                            second_page,
                            sub_image,
-                           tiles};
+                           tiles,
+                           {page(1, 2, kLong, kLong), {}, page(5, 1, kLong, kLong)}};
   for (std::size_t i = 0; i < std::size(refused); ++i) {
     SCOPED_TRACE("refused " + std::to_string(i));
     for (const bool big : {false, true}) {

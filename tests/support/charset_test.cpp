@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <tuple>
 
-#include "support/support_test_tools.h"
+#include "common/test_tools.h"
 
 namespace tagmend {
 namespace {
@@ -49,25 +49,6 @@ Converted from_local(std::size_t (*conversion)(std::string_view, std::span<std::
   std::size_t result = 0;
   const std::string errors = test::errors_of([&] { result = conversion(input, output); });
   return {std::string(output.begin(), output.end()), result, errors};
-}
-
-TEST_F(Charset, TheEnvironmentChoosesTheNames) {
-  EXPECT_STREQ(library_settings.local_charset.data(), "ISO-8859-1");
-  EXPECT_STREQ(library_settings.exif_charset.data(), "");
-  EXPECT_STREQ(library_settings.iptc_charset.data(), "");
-  EXPECT_FALSE(library_settings.unicode_comment);
-
-  setenv("ORVALE_UNICODE_COMMENT", "Yonder", 1);
-  setenv("ORVALE_CS_LOCAL", "utf-8", 1);
-  setenv("ORVALE_CS_EXIF", "koi8-r", 1);
-  setenv("ORVALE_CS_IPTC", std::string(120, 'x').c_str(), 1);
-  library_settings.separator = ',';
-  cs_init();
-  EXPECT_TRUE(library_settings.unicode_comment);
-  EXPECT_STREQ(library_settings.local_charset.data(), "UTF-8");
-  EXPECT_STREQ(library_settings.exif_charset.data(), "KOI8-R");
-  EXPECT_EQ(library_settings.iptc_charset.data(), std::string(99, 'X'));
-  EXPECT_EQ(library_settings.separator, ';') << "every setting starts afresh";
 }
 
 TEST_F(Charset, DefaultMeansTheCodeSetOfTheUsersLocale) {

@@ -2,8 +2,10 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <fstream>
 
-#include "support/support_test_tools.h"
+#include "common/temporary_directory.h"
+#include "common/test_tools.h"
 
 namespace tagmend {
 namespace {
@@ -38,9 +40,9 @@ TEST(SiblingNames, AreCutAt99Characters) {
   EXPECT_EQ(numbered(std::string(300, 'n') + ".jpg", 1, false), std::string(99, 'n'));
 }
 
-class GiveFreeName : public test::InScratchDirectory {
+class GiveFreeName : public test::InTemporaryDirectory {
  protected:
-  GiveFreeName() { write_file("new", bytes_of("new")); }
+  GiveFreeName() { here_.add("new", bytes_of("new")); }
 
   static SiblingName wanted(std::string_view name) {
     SiblingName result;
@@ -50,14 +52,14 @@ class GiveFreeName : public test::InScratchDirectory {
 };
 
 TEST_F(GiveFreeName, PassesOverWhatExists) {
-  write_file("a.jpg", bytes_of("0"));
+  here_.add("a.jpg", bytes_of("0"));
   std::filesystem::create_directory("a(1).jpg");
   std::filesystem::create_symlink("nowhere", "a(2).jpg");
   SiblingName name = wanted("a.jpg");
   EXPECT_EQ(give_free_name("new", name, std::rename), 0);
   EXPECT_STREQ(name.data(), "a(3).jpg");
-  EXPECT_EQ(read_file("a(3).jpg"), bytes_of("new"));
-  EXPECT_EQ(read_file("a.jpg"), bytes_of("0"));
+  EXPECT_EQ(here_.content("a(3).jpg"), bytes_of("new"));
+  EXPECT_EQ(here_.content("a.jpg"), bytes_of("0"));
   EXPECT_TRUE(std::filesystem::is_symlink("a(2).jpg"));
 }
 
@@ -65,13 +67,13 @@ TEST_F(GiveFreeName, PassesOverANameThatIsTakenMeanwhile) {
   SiblingName name = wanted("c");
   const auto racing_link = [](const char* from, const char* to) {
     if (std::string_view(to) == "c") {
-      write_file("c", bytes_of("somebody else's"));
+      std::ofstream("c") << "somebody else's";
     }
     return link(from, to);
   };
   EXPECT_EQ(give_free_name("new", name, racing_link), 0);
   EXPECT_STREQ(name.data(), "c(1)");
-  EXPECT_EQ(read_file("c"), bytes_of("somebody else's"));
+  EXPECT_EQ(here_.content("c"), bytes_of("somebody else's"));
 }
 
 TEST_F(GiveFreeName, TellsWhyItFailed) {
@@ -80,12 +82,12 @@ TEST_F(GiveFreeName, TellsWhyItFailed) {
   EXPECT_EQ(errno, ENOENT);
 
   const std::string longest(97, 'n');
-  write_file(longest, bytes_of("kept"));
+  here_.add(longest, bytes_of("kept"));
   name = wanted(longest);
   EXPECT_EQ(give_free_name("new", name, std::rename), -1);
   EXPECT_EQ(errno, ENAMETOOLONG);
-  EXPECT_EQ(read_file(longest), bytes_of("kept"));
-  EXPECT_EQ(read_file("new"), bytes_of("new"));
+  EXPECT_EQ(here_.content(longest), bytes_of("kept"));
+  EXPECT_EQ(here_.content("new"), bytes_of("new"));
 }
 
 TEST(CreatedFileList, HoldsNamesOfAHundredCharacters) {

@@ -2,8 +2,9 @@
 
 #include <functional>
 
+#include "common/temporary_directory.h"
+#include "common/test_tools.h"
 #include "support/settings.h"
-#include "support/support_test_tools.h"
 
 namespace tagmend {
 namespace {
@@ -43,7 +44,7 @@ TEST(FilePrimitives, TellHowANumberFailed) {
   }
 }
 
-class OnDisk : public test::InScratchDirectory {};
+class OnDisk : public test::InTemporaryDirectory {};
 
 TEST_F(OnDisk, BlocksAreWrittenAndReadWhole) {
   const MFileHandle file(mfopen("out", "wb+"));
@@ -83,13 +84,13 @@ TEST_F(OnDisk, FailuresNameTheFileAndTheReason) {
 
 TEST_F(OnDisk, CopiesAreExactOrSayWhy) {
   const Bytes bytes = noise(300000, 1);
-  write_file("source", bytes);
+  here_.add("source", bytes);
   const MFileHandle source(mfopen("source", "rb"));
   const auto copied = [&](std::int64_t from, std::uint64_t count, ErrorCode expected) {
     MFILE* const out = mfopen("out", "wb+");
     EXPECT_EQ(copy_from_offsets(*source, from, *out, 0, count), expected);
     EXPECT_EQ(mfclose(out), 0);
-    return read_file("out");
+    return here_.content("out");
   };
   EXPECT_EQ(copied(5, 10, ErrorCode::ok), Bytes(bytes.begin() + 5, bytes.begin() + 15));
   EXPECT_EQ(copied(current_position, 70000, ErrorCode::ok),
@@ -104,11 +105,11 @@ TEST_F(OnDisk, CopiesAreExactOrSayWhy) {
   const MFileHandle out(mfopen("out", "wb+"));
   EXPECT_EQ(write_marker_and_copy(*source, 2, *out, 0xFFE1, 3), ErrorCode::ok);
   EXPECT_EQ(mfflush(*out), 0);
-  EXPECT_EQ(read_file("out"), (Bytes{0xFF, 0xE1, bytes[2], bytes[3], bytes[4]}));
+  EXPECT_EQ(here_.content("out"), (Bytes{0xFF, 0xE1, bytes[2], bytes[3], bytes[4]}));
 }
 
 TEST_F(OnDisk, CopiesTellWhichSideFailed) {
-  write_file("source", noise(300000, 1));
+  here_.add("source", noise(300000, 1));
   const MFileHandle source(mfopen("source", "rb"));
   const MFileHandle full(mfopen("/dev/full", "wb+"));
   EXPECT_EQ(errors_of([&] { EXPECT_EQ(copy_bytes(*source, *full, 0), ErrorCode::write_failed); }),

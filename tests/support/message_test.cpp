@@ -6,8 +6,8 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "common/test_tools.h"
 #include "support/settings.h"
-#include "support/support_test_tools.h"
 #include "support/text_buffer.h"
 
 namespace tagmend {

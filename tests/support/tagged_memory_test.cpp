@@ -3,7 +3,7 @@
 #include <bit>
 #include <cstring>
 
-#include "support/support_test_tools.h"
+#include "common/test_tools.h"
 
 namespace tagmend {
 namespace {
@@ -32,11 +32,6 @@ TEST(TaggedMemory, BlocksCarryTheirHeader) {
   EXPECT_EQ(header_of(third).sequence, header.sequence + 2) << "released blocks count";
   EXPECT_EQ(std::string(header_of(third).marks, 4), std::string("EXX\0", 4));
   EXPECT_EQ(std::bit_cast<std::uintptr_t>(third.get()) % 16, 0U);
-}
-
-TEST(TaggedMemory, RefusesNothing) {
-  EXPECT_EQ(test::errors_of([] { EXPECT_EQ(exif_malloc(0, "EL", 12), nullptr); }),
-            "Attempt to allocate zero bytes: Type=EL, Line=12, Size=0\n");
 }
 
 TEST(TaggedMemory, AWrongOwnerEndsTheProgram) {

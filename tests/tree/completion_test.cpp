@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "cli/options.h"
+#include "common/temporary_directory.h"
 #include "tree/shell_session.h"
 
 namespace tagmend::test {
@@ -31,23 +31,8 @@ bool is_installed(const std::string& shell) {
   return std::system(("command -v " + shell + " >/dev/null 2>&1").c_str()) == 0;
 }
 
-/// Holds a photograph and a list file, for the completion of file names.
-class Folder {
- public:
-  Folder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "complete-XXXXXX").string();
-    path_ = ::mkdtemp(pattern.data());
-    std::ofstream(path_ + "/photo.jpg") << "x";
-    std::ofstream(path_ + "/credits.txt") << "x";
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() { std::filesystem::remove_all(path_); }
-  [[nodiscard]] const std::string& path() const { return path_; }
-
- private:
-  std::string path_;
-};
+/// For the completion of file names.
+const Files folder_files = {{"photo.jpg", {}}, {"credits.txt", {}}};
 
 TEST(Completion, NamesEveryOption) {
   const std::string bash = content(bash_completion);
@@ -105,8 +90,8 @@ TEST(Completion, AnswersInBash) {
   if (!is_installed("bash")) {
     GTEST_SKIP() << "bash is not installed";
   }
-  const Folder folder;
-  ShellSession shell({"bash", "--norc", "--noprofile", "-i"}, folder.path(),
+  const TemporaryDirectory folder(folder_files);
+  ShellSession shell({"bash", "--norc", "--noprofile", "-i"}, folder.path(""),
                      {"bind 'set bell-style none'", "source '" + bash_completion + "'"});
   if (!shell.has_terminal()) {
     GTEST_SKIP() << "there is no terminal to be had";
@@ -127,8 +112,8 @@ TEST(Completion, AnswersInZsh) {
   if (!is_installed("zsh")) {
     GTEST_SKIP() << "zsh is not installed";
   }
-  const Folder folder;
-  ShellSession shell({"zsh", "-f", "-i"}, folder.path(),
+  const TemporaryDirectory folder(folder_files);
+  ShellSession shell({"zsh", "-f", "-i"}, folder.path(""),
                      {"fpath=('" + zsh_directory + "' $fpath)", "autoload -Uz compinit",
                       "compinit -u -D", "setopt no_beep no_auto_remove_slash"});
   if (!shell.has_terminal()) {

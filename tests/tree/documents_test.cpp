@@ -29,14 +29,6 @@ TEST(Manual, DescribesEveryOption) {
   }
 }
 
-TEST(Manual, GivesThePromise) {
-  EXPECT_NE(document("tagmend.1")
-                .find("At every instant your photograph is whole under its own name.\n"
-                      "If\n.B tagmend\nis stopped, the power fails or the disk fills, you have the "
-                      "old file or the new one.\n"),
-            std::string::npos);
-}
-
 TEST(FieldReference, NamesEveryFieldAndDataset) {
   const std::string reference = document("fields.md");
   const auto expect_row = [&reference](const char* nickname, const char* description) {
