@@ -24,7 +24,9 @@ struct Reading {
   std::string output;  ///< on the standard output
   std::string errors;  ///< on the standard error stream, the file's name as FILE
 
-  [[nodiscard]] ReadContext context() const { return {.image = *image, .iptc = *iptc, .hooks = hooks}; }
+  [[nodiscard]] ReadContext context() const {
+    return {.image = *image, .iptc = *iptc, .hooks = hooks};
+  }
 };
 
 inline std::string with_file_placeholder(std::string text, const std::string& name) {
