@@ -1,7 +1,10 @@
 #include "cli/edit_file.h"
 
+#include <utility>
+
 #include "cli/metadata_hooks.h"
 #include "iptc/apply_iptc_edits.h"
+#include "read/file_type.h"
 #include "read/read_image_file.h"
 #include "write/apply_edits.h"
 #include "write/image_data.h"
@@ -22,7 +25,7 @@ SubstitutionContext substitution_of(Session& session) {
 }
 
 /// Brings the store and the new IPTC segment up to date.
-ErrorCode edit_iptc(const char* name, Session& session) {
+ErrorCode edit_iptc(const char* name, MFILE& source, Session& session) {
   const RunOptions& options = session.options;
   IptcStore& store = session.iptc;
   session.app13.built = false;  // what an earlier file left there is not this file's
@@ -31,7 +34,7 @@ ErrorCode edit_iptc(const char* name, Session& session) {
   }
   const bool applied =
       apply_iptc_edits(store, session.iptc_edits, options.quote_char, substitution_of(session));
-  return applied ? build_app13(session.app13, store, name) : ErrorCode::ok;
+  return applied ? build_app13(session.app13, store, source, name) : ErrorCode::ok;
 }
 
 ErrorCode edit_exif(Session& session) {
@@ -52,30 +55,41 @@ ErrorCode check_image_data(ImageFile& image) {
              : ErrorCode::ok;
 }
 
-}  // namespace
-
-ErrorCode load_file(std::string_view directory, const char* name, Session& session) {
-  ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
-  const ErrorCode code = read_image_file(context, directory, name, {}, false);
-  if (session.image.read_failed) {
+/// What the reader's result means for an edit.
+ErrorCode check_loaded(ErrorCode code, ImageFile& image) {
+  if (image.read_failed) {
     return ErrorCode::read_failed;
   }
-  if (!file_type_info(session.image.file_type).editable) {
+  if (!file_type_info(image.file_type).editable) {
     return ErrorCode::file_type_not_editable;
   }
   if (code == ErrorCode::not_a_jpeg || code == ErrorCode::unknown_file_type) {
     return code;
   }
   if (code != ErrorCode::ok && code != ErrorCode::no_exif_data) {
-    session.image.incomplete = true;
+    image.incomplete = true;
   }
   return ErrorCode::ok;
 }
 
-ErrorCode edit_file(const char* name, CreatedFileList* created, Session& session) {
+}  // namespace
+
+ErrorCode load_file(std::string_view directory, const char* name, Session& session,
+                    MFileHandle& source) {
+  ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+  const ErrorCode read = read_and_keep_open(context, directory, name, source);
+  const ErrorCode code = check_loaded(read, session.image);
+  if (code != ErrorCode::ok) {
+    close_image_file(source, session.image);
+  }
+  return code;
+}
+
+ErrorCode edit_file(const char* name, MFileHandle source, CreatedFileList* created,
+                    Session& session) {
   restore_edit_lists(session);
   init_minimal_exif(session.image);
-  ErrorCode code = edit_iptc(name, session);
+  ErrorCode code = edit_iptc(name, *source, session);
   if (code == ErrorCode::ok) {
     code = edit_exif(session);
   }
@@ -85,8 +99,8 @@ ErrorCode edit_file(const char* name, CreatedFileList* created, Session& session
   if (code != ErrorCode::ok) {
     return code;
   }
-  return rewrite_file(name, created, session.image, session.options, session.app13,
-                      session.image.incomplete || session.iptc.incomplete);
+  return rewrite_file(name, std::move(source), created, session.image, session.options,
+                      session.app13, session.image.incomplete || session.iptc.incomplete);
 }
 
 }  // namespace tagmend

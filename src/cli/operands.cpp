@@ -7,6 +7,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "cli/created_list.h"
 #include "cli/edit_file.h"
@@ -66,12 +67,13 @@ void edit_file_operand(const char* operand, CreatedFileList& created, Session& s
   if (!path.directory.empty()) {
     enter_directory(std::string(path.directory).c_str());
   }
-  ErrorCode code = load_file(path.directory, path.name, session);
+  MFileHandle source;
+  ErrorCode code = load_file(path.directory, path.name, session, source);
   if (code == ErrorCode::not_a_jpeg || code == ErrorCode::unknown_file_type) {
     return;
   }
   if (code == ErrorCode::ok) {
-    code = edit_file(path.name, &created, session);
+    code = edit_file(path.name, std::move(source), &created, session);
   }
   if (code != ErrorCode::ok) {
     print_error("Error: File %s: %s\n", operand, error_text(code));

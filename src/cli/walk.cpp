@@ -141,13 +141,14 @@ void visit_file(Walk& walk, const char* name) {
   if (created_list_contains(created, name)) {
     return;
   }
-  ErrorCode code = load_file(walk.path, name, walk.session);
+  MFileHandle source;
+  ErrorCode code = load_file(walk.path, name, walk.session, source);
   if (code == ErrorCode::read_failed) {
     print_error("Error: File %s: %s\n", name, error_text(code));
     return;
   }
   if (code == ErrorCode::ok) {
-    code = edit_file(name, &created, walk.session);
+    code = edit_file(name, std::move(source), &created, walk.session);
     if (code == ErrorCode::ok) {
       print_output("%s: Edit successful.\n", name);
     }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "read/file_type.h"
 #include "read/jpeg_markers.h"
 #include "support/byte_cursor.h"
 #include "support/byte_order.h"
@@ -168,7 +167,8 @@ ErrorCode put_segment(SegmentWriter& writer, const IptcStore& store, App13Result
 
 }  // namespace
 
-ErrorCode build_app13(App13Result& result, const IptcStore& store, const char* source_name) {
+ErrorCode build_app13(App13Result& result, const IptcStore& store, MFILE& source,
+                      const char* source_name) {
   result.built = false;
   result.length = 0;
   result.blocks_pos = result.blocks_len = 0;
@@ -180,19 +180,11 @@ ErrorCode build_app13(App13Result& result, const IptcStore& store, const char* s
   if (size > segment_limit) {
     return ErrorCode::exif_too_long;
   }
-  FileType type = FileType::unknown;
-  MFileHandle source;
-  const ErrorCode opened = open_and_identify(source_name, "rb", type, source);
-  if (opened != ErrorCode::ok) {
-    print_error("Error: Can't open image file %s: %s\n", source_name, error_text(opened));
-    return opened;
-  }
   result.length = static_cast<std::uint32_t>(size);
-  SegmentWriter writer{.cursor = {}, .source = *source, .source_name = source_name};
+  SegmentWriter writer{.cursor = {}, .source = source, .source_name = source_name};
   cursor_init(writer.cursor, nullptr, std::span(result.bytes).first(result.length), 0);
   writer.cursor.big_endian = true;
   const ErrorCode code = put_segment(writer, store, result);
-  close_with_message(source.release());
   result.built = code == ErrorCode::ok;
   return code;
 }

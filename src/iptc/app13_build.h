@@ -7,6 +7,7 @@
 
 #include "iptc/iptc_store.h"
 #include "support/error_code.h"
+#include "support/mfile.h"
 
 namespace tagmend {
 
@@ -30,9 +31,10 @@ struct App13Result {
 };
 
 /// Builds the segment; values that no edit set are copied from the source file. A store that was
-/// read empty builds nothing; one that edits have emptied builds a segment without blocks. The code
-/// of open_and_identify, text_too_short when the source no longer holds a value, or exif_too_long
-/// when the segment would not fit.
-ErrorCode build_app13(App13Result& result, const IptcStore& store, const char* source_name);
+/// read empty builds nothing; one that edits have emptied builds a segment without blocks.
+/// text_too_short when the source no longer holds a value (with a message that gives its name), or
+/// exif_too_long when the segment would not fit.
+ErrorCode build_app13(App13Result& result, const IptcStore& store, MFILE& source,
+                      const char* source_name);
 
 }  // namespace tagmend

@@ -95,6 +95,12 @@ MFileHandle open_image_file(std::string_view directory, const char* file_name, I
   return file;
 }
 
+void close_image_file(MFileHandle& file, const ImageFile& image) {
+  if (mfclose(file.release()) != 0) {
+    print_error("Error: Can't close file %s: %s\n", image.file_name.data(), std::strerror(errno));
+  }
+}
+
 FileType detect_file_type(ByteCursor& cursor) {
   const std::span<const std::uint8_t> start = cursor.rest();
   for (const Signature& signature : signatures) {

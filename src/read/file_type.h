@@ -14,6 +14,9 @@ namespace tagmend {
 /// a message.
 MFileHandle open_image_file(std::string_view directory, const char* file_name, ImageFile& image);
 
+/// Closes what open_image_file opened, with a message when that fails.
+void close_image_file(MFileHandle& file, const ImageFile& image);
+
 /// The type of the file whose first bytes the cursor stands on. On a match the cursor takes the
 /// signature's byte order and skips the signature.
 FileType detect_file_type(ByteCursor& cursor);

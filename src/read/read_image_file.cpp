@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
 
 #include "read/file_type.h"
 #include "read/ifd_parser.h"
@@ -111,24 +109,30 @@ ErrorCode read_open_file(ReadContext& context, MFILE& file) {
   }
 }
 
-}  // namespace
-
-ErrorCode read_image_file(ReadContext& context, std::string_view directory, const char* file_name,
-                          std::span<std::uint8_t> memory, bool sort) {
+ErrorCode read_source(ReadContext& context, std::string_view directory, const char* file_name,
+                      std::span<std::uint8_t> memory, MFileHandle& file) {
   ImageFile& image = context.image;
   reset_image_file(image);
   if (context.hooks.reset_iptc) {
     context.hooks.reset_iptc(context);
   }
-  MFileHandle file = open_source(image, directory, file_name, memory);
+  file = open_source(image, directory, file_name, memory);
   if (!file) {
     return ErrorCode::cannot_open_file;
   }
   const ErrorCode result = read_open_file(context, *file);
   image.read_failed = mferror(*file) != 0;
-  if (mfclose(file.release()) != 0) {
-    print_error("Error: Can't close file %s: %s\n", image.file_name.data(), std::strerror(errno));
-  }
+  return result;
+}
+
+}  // namespace
+
+ErrorCode read_image_file(ReadContext& context, std::string_view directory, const char* file_name,
+                          std::span<std::uint8_t> memory, bool sort) {
+  ImageFile& image = context.image;
+  MFileHandle file;
+  const ErrorCode result = read_source(context, directory, file_name, memory, file);
+  close_image_file(file, image);
   if (result == ErrorCode::ok && sort) {
     std::sort(image.table().begin(), image.table().end(),
               [](const FieldEntry& left, const FieldEntry& right) {
@@ -136,6 +140,11 @@ ErrorCode read_image_file(ReadContext& context, std::string_view directory, cons
               });
   }
   return result;
+}
+
+ErrorCode read_and_keep_open(ReadContext& context, std::string_view directory,
+                             const char* file_name, MFileHandle& file) {
+  return read_source(context, directory, file_name, {}, file);
 }
 
 }  // namespace tagmend

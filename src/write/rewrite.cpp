@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "read/file_type.h"
 #include "read/jpeg_markers.h"
@@ -25,14 +26,6 @@ struct RewriteJob {
   const App13Result& app13;
   bool unread_metadata;  ///< the new file may lack something that the original holds
 };
-
-ErrorCode open_original(const char* name, FileType& type, MFileHandle& input) {
-  const ErrorCode result = open_and_identify(name, "rb", type, input);
-  if (result != ErrorCode::ok) {
-    print_error("Error openning file %s: %s\n", name, error_text(result));
-  }
-  return result;
-}
 
 ErrorCode create_output(FileType type, SiblingName& temp, MFileHandle& output) {
   ErrorCode result = create_temp_file(temp, output);
@@ -81,24 +74,20 @@ ErrorCode finish_output(const MFILE& input, MFileHandle& output, Replacement& fi
 }
 
 // The temporary file, complete; on failure it is gone.
-ErrorCode make_new_file(CreatedFileList* created, RewriteJob& job, Replacement& files) {
-  FileType type = FileType::unknown;
-  MFileHandle input;
-  ErrorCode result = open_original(files.name, type, input);
-  if (result != ErrorCode::ok) {
-    return result;
-  }
+ErrorCode make_new_file(MFileHandle input, CreatedFileList* created, RewriteJob& job,
+                        Replacement& files) {
   if (created != nullptr) {
     created_list_add(*created, files.name);
   }
   MFileHandle output;
-  result = create_output(type, files.temp, output);
+  ErrorCode result = create_output(job.image.file_type, files.temp, output);
   if (result == ErrorCode::ok) {
     result = write_new_file(*input, *output, job);
   }
   if (result == ErrorCode::ok) {
     result = finish_output(*input, output, files);
   }
+  close_image_file(input, job.image);
   if (result != ErrorCode::ok) {
     discard_temp_file();
   }
@@ -125,13 +114,13 @@ void settle_backup(const Replacement& files, CreatedFileList* created, const Rew
 
 }  // namespace
 
-ErrorCode rewrite_file(const char* name, CreatedFileList* created, const ImageFile& image,
-                       const RunOptions& options, const App13Result& app13,
+ErrorCode rewrite_file(const char* name, MFileHandle source, CreatedFileList* created,
+                       const ImageFile& image, const RunOptions& options, const App13Result& app13,
                        bool metadata_incomplete) {
   RewriteJob job{image, options, app13, metadata_incomplete};
   Replacement files{.name = name};
   files.backup = make_backup_name(name);
-  ErrorCode result = make_new_file(created, job, files);
+  ErrorCode result = make_new_file(std::move(source), created, job, files);
   if (result != ErrorCode::ok) {
     return result;
   }
