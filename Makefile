@@ -55,7 +55,7 @@ build-tools:
 	@tools/install-missing.sh cmake:cmake ninja:ninja-build g++:g++
 
 test-tools:
-	@tools/install-missing.sh /usr/include/gtest/gtest.h:libgtest-dev
+	@tools/install-missing.sh /usr/include/gtest/gtest.h:libgtest-dev python3:python3
 
 clang-tools:
 	@tools/install-missing.sh clang++:clang \

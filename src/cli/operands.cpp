@@ -47,11 +47,13 @@ StartDirectory record_start_directory() {
           .path = std::unique_ptr<char, FreeText>(getcwd(nullptr, 0))};
 }
 
-void return_to(const StartDirectory& start) {
+bool return_to(const StartDirectory& start) {
   const char* path = start.path == nullptr ? "." : start.path.get();
-  if (fchdir(start.descriptor.number) != 0 && chdir(path) != 0) {
-    print_error("Error: Can't open directory %s\n", path);
+  if (fchdir(start.descriptor.number) == 0 || chdir(path) == 0) {
+    return true;
   }
+  print_error("Error: Can't open directory %s\n", path);
+  return false;
 }
 
 bool enter_directory(const char* name) {
@@ -62,10 +64,15 @@ bool enter_directory(const char* name) {
   return false;
 }
 
+void refuse_operand(const char* operand, ErrorCode code) {
+  print_error("Error: File %s: %s\n", operand, error_text(code));
+}
+
 void edit_file_operand(const char* operand, CreatedFileList& created, Session& session) {
   const SplitPath path = split_path(operand);
-  if (!path.directory.empty()) {
-    enter_directory(std::string(path.directory).c_str());
+  if (!path.directory.empty() && !enter_directory(std::string(path.directory).c_str())) {
+    refuse_operand(operand, ErrorCode::cannot_open_file);
+    return;
   }
   MFileHandle source;
   ErrorCode code = load_file(path.directory, path.name, session, source);
@@ -76,7 +83,7 @@ void edit_file_operand(const char* operand, CreatedFileList& created, Session& s
     code = edit_file(path.name, std::move(source), &created, session);
   }
   if (code != ErrorCode::ok) {
-    print_error("Error: File %s: %s\n", operand, error_text(code));
+    refuse_operand(operand, code);
   }
 }
 
@@ -100,16 +107,23 @@ void edit_operand(const char* operand, bool include_subdirs, CreatedFileList& cr
 
 }  // namespace
 
+// A name is followed only from where its giver stood: elsewhere it may be that of another
+// photograph.
 void edit_operands(std::span<char* const> operands, bool include_subdirs, Session& session) {
   const StartDirectory start = record_start_directory();
   const CreatedList created = new_created_list();
+  bool at_start = true;
   for (const char* operand : operands) {
     try {
-      edit_operand(operand, include_subdirs, *created, session);
+      if (at_start || *operand == '/') {
+        edit_operand(operand, include_subdirs, *created, session);
+      } else {
+        refuse_operand(operand, ErrorCode::cannot_open_file);
+      }
     } catch (const std::bad_alloc&) {
-      print_error("Error: File %s: %s\n", operand, error_text(ErrorCode::no_memory));
+      refuse_operand(operand, ErrorCode::no_memory);
     }
-    return_to(start);
+    at_start = return_to(start);
   }
 }
 

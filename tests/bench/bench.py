@@ -47,16 +47,17 @@ def segment(marker, payload):
     return struct.pack(">BBH", 0xFF, marker, len(payload) + 2) + payload
 
 
-def ifd(entries, data_at, next_ifd=0):
-    """A big-endian IFD whose longer values stand at data_at; gives the table and the values."""
+def ifd(entries, at, next_ifd=0):
+    """A big-endian IFD that stands at an offset, with its longer values behind it."""
     table, data = struct.pack(">H", len(entries)), b""
+    data_at = at + 2 + 12 * len(entries) + 4
     for tag, kind, count, value in entries:
         if len(value) > 4:
             table += struct.pack(">HHII", tag, kind, count, data_at + len(data))
             data += value + b"\0" * (len(value) % 2)
         else:
             table += struct.pack(">HHI", tag, kind, count) + value.ljust(4, b"\0")
-    return table + struct.pack(">I", next_ifd), data
+    return table + struct.pack(">I", next_ifd) + data
 
 
 def text(tag, value):
@@ -70,19 +71,16 @@ def long(tag, value):
 def exif(with_thumbnail):
     header = b"Exif\0\0MM\0*" + struct.pack(">I", 8)
     main_fields = [text(0x010F, "Acme"), text(0x0110, "Model 1"), text(0x0132, "2004:05:02 11:12:13")]
-    main_size = 2 + 12 * (len(main_fields) + 1) + 4
-    _, main_data = ifd(main_fields, 8 + main_size)
-    exif_at = 8 + main_size + len(main_data)
-    exif_fields = [(0x829A, 5, 1, struct.pack(">II", 1, 60)), (0x9000, 7, 4, b"0220"),
-                   text(0x9003, "2004:05:01 10:20:30"), (0x9286, 7, 40, b"ASCII\0\0\0" + b"word " * 6 + b"..")]
-    exif_size = 2 + 12 * len(exif_fields) + 4
-    exif_table, exif_data = ifd(exif_fields, exif_at + exif_size)
-    thumbnail_ifd = exif_at + exif_size + len(exif_data)
+    exif_at = 8 + len(ifd(main_fields + [long(0x8769, 0)], 8))
+    exif_ifd = ifd([(0x829A, 5, 1, struct.pack(">II", 1, 60)), (0x9000, 7, 4, b"0220"),
+                    text(0x9003, "2004:05:01 10:20:30"),
+                    (0x9286, 7, 40, b"ASCII\0\0\0" + b"word " * 6 + b"..")], exif_at)
+    thumbnail_at = exif_at + len(exif_ifd)
+    main_ifd = ifd(main_fields + [long(0x8769, exif_at)], 8, thumbnail_at)
     thumbnail = b"\xff\xd8" + bytes(range(256)) * 2 * with_thumbnail + b"\xff\xd9"
-    table, data = ifd(main_fields + [long(0x8769, exif_at)], 8 + main_size, thumbnail_ifd)
-    thumbnail_table, _ = ifd([(0x0103, 3, 1, b"\0\6"), long(0x0201, thumbnail_ifd + 42),
-                              long(0x0202, len(thumbnail))], 0)
-    return segment(0xE1, header + table + data + exif_table + exif_data + thumbnail_table + thumbnail)
+    thumbnail_ifd = ifd([(0x0103, 3, 1, b"\0\6"), long(0x0201, thumbnail_at + 42),
+                         long(0x0202, len(thumbnail))], thumbnail_at)
+    return segment(0xE1, header + main_ifd + exif_ifd + thumbnail_ifd + thumbnail)
 
 
 def photoshop():

@@ -2,8 +2,9 @@
 // hold.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <cstdio>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,12 +25,16 @@ inline Bytes raf_file(const Bytes& image) {
   return joined({file, image, noise(300, 1)});
 }
 
+/// A block that says to be of some length.
+inline Bytes mrw_block(std::string_view name, std::uint32_t length, const Bytes& data) {
+  return joined({{0}, bytes_of(name), big32(length), data});
+}
 inline Bytes mrw_block(std::string_view name, const Bytes& data) {
-  return joined({{0}, bytes_of(name), big32(size_of(data)), data});
+  return mrw_block(name, size_of(data), data);
 }
 /// A Minolta MRW file: its blocks, and the image.
 inline Bytes mrw_file(const Bytes& blocks) {
-  return joined({{0}, bytes_of("MRM"), big32(size_of(blocks)), blocks, noise(300, 3)});
+  return joined({mrw_block("MRM", blocks), noise(300, 3)});
 }
 
 /// A Canon CRW file. The signature tells where the heap begins; the meta data block lies 40 bytes
@@ -48,20 +53,22 @@ inline Bytes crw_file(const Bytes& block, bool big_endian, std::uint32_t heap = 
   return file;
 }
 
-/// An EPS file with image resources as comment lines of hexadecimal digits.
-inline Bytes eps_file(const Bytes& resources, bool upper_case) {
+/// Comment lines of hexadecimal digits.
+inline std::string eps_lines(const Bytes& bytes, std::size_t bytes_per_line, bool upper_case,
+                             const std::string& line_end) {
   std::string lines;
-  for (std::size_t i = 0; i < resources.size(); ++i) {
-    if (i % 32 == 0) {
-      lines += i == 0 ? "% " : "\r\n% ";
-    }
-    char digits[3];
-    std::snprintf(digits, sizeof digits, upper_case ? "%02X" : "%02x", resources[i]);
-    lines += digits;
+  for (std::size_t at = 0; at < bytes.size(); at += bytes_per_line) {
+    const std::size_t size = std::min(bytes_per_line, bytes.size() - at);
+    lines += "% " + digits_of(std::span(bytes).subspan(at, size), upper_case) + line_end;
   }
+  return lines;
+}
+
+/// An EPS file with image resources as such lines.
+inline Bytes eps_file(const Bytes& resources, bool upper_case) {
   return bytes_of(
       "%!PS-Adobe-3.0 EPSF-3.0\n%%Title: a\n%BeginPhotoshop: " + std::to_string(resources.size()) +
-      "\n" + lines + "\r\n%EndPhotoshop\nshowpage\n");
+      "\n" + eps_lines(resources, 32, upper_case, "\r\n") + "%EndPhotoshop\nshowpage\n");
 }
 
 /// EXIF data as an image resource.
@@ -82,16 +89,19 @@ inline Bytes dos_eps_file(const Bytes& tiff) {
 }
 
 /// A record of an RMETA segment, whose length counts itself.
+inline Bytes rmeta_record(std::uint32_t type, const Bytes& data, bool big_endian) {
+  Bytes record;
+  put(record, 0, type, 2, big_endian);
+  put(record, 2, size_of(data) + 2, 2, big_endian);
+  return joined({record, data});
+}
 inline Bytes rmeta_record(std::uint32_t type, const std::vector<std::string>& texts,
                           bool big_endian) {
   Bytes data;
   for (const std::string& value : texts) {
     data = joined({data, bytes_of(value), {0}});
   }
-  Bytes record;
-  put(record, 0, type, 2, big_endian);
-  put(record, 2, size_of(data) + 2, 2, big_endian);
-  return joined({record, data});
+  return rmeta_record(type, data, big_endian);
 }
 
 /// An APP5 segment with three custom fields.

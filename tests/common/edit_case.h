@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <span>
 #include <string>
 
 #include "common/camera.h"
@@ -22,14 +23,14 @@ struct EditCase {
 
 /// Runs the edit on `name` and compares messages and every byte of the directory. The original is
 /// expected under its backup name unless -b is the first argument.
-inline void check_edit(const EditCase& wanted, const std::string& name) {
+inline void check_edit(const EditCase& wanted, const std::string& name = "photo.jpg") {
   SCOPED_TRACE(::testing::PrintToString(wanted.arguments).substr(0, 200));
   Files before = wanted.beside;
   before[name] = wanted.source;
   const Sandbox sandbox(before);
   Words arguments = wanted.arguments;
   arguments.push_back(name);
-  expect_outcome(sandbox.run(arguments, wanted.settings), 0, "", wanted.err);
+  expect_outcome(run(sandbox, arguments, wanted.settings), 0, "", wanted.err);
   Files after = wanted.beside;
   after[name] = wanted.expected;
   const std::size_t dot = name.rfind('.');
@@ -37,6 +38,20 @@ inline void check_edit(const EditCase& wanted, const std::string& name) {
     after[name.substr(0, dot) + "-be" + name.substr(dot)] = wanted.source;
   }
   expect_files(sandbox, after);
+}
+
+inline void check_edits(std::span<const EditCase> cases) {
+  for (const EditCase& wanted : cases) {
+    check_edit(wanted);
+  }
+}
+
+/// A run over these files that says why it leaves every one of them as it is.
+inline void expect_untouched(const Files& files, const Words& arguments, const std::string& err,
+                             int status = 0) {
+  const Sandbox sandbox(files);
+  expect_outcome(run(sandbox, arguments), status, "", err);
+  expect_files(sandbox, files);
 }
 
 }  // namespace tagmend::test

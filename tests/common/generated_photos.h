@@ -40,14 +40,13 @@ namespace generate {
 inline Ifd sub_image(Choices& choices) {
   Ifd ifd = ifd_of({longs(0x0100, {choices.below(9000)}), shorts(0x0103, {1})});
   if (choices.one_in(3)) {
-    set(ifd, image_locator(0x0201, kLong));
-    set(ifd, image_locator(0x0202, kLong));
+    set(ifd, {image_locator(0x0201, kLong), image_locator(0x0202, kLong)});
     ifd.thumbnail = noise(50 + 2 * choices.below(25), choices.below(999));
     return ifd;
   }
   const bool tiled = choices.one_in(3);
-  set(ifd, image_locator(tiled ? 0x0144 : 0x0111, choices.one_in(2) ? kShort : kLong));
-  set(ifd, image_locator(tiled ? 0x0145 : 0x0117, choices.one_in(2) ? kShort : kLong));
+  set(ifd, {image_locator(tiled ? 0x0144 : 0x0111, choices.one_in(2) ? kShort : kLong),
+            image_locator(tiled ? 0x0145 : 0x0117, choices.one_in(2) ? kShort : kLong)});
   for (std::uint32_t count = 1 + choices.below(4); count > 0; --count) {
     const std::size_t size = 20 + choices.below(60);
     ifd.images.push_back(noise(count > 1 ? size : layout::even(size), choices.below(999)));

@@ -5,9 +5,12 @@
 // where it was.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,6 +29,17 @@ inline Bytes joined(std::initializer_list<Bytes> parts) {
     all.insert(all.end(), part.begin(), part.end());
   }
   return all;
+}
+
+/// Two hexadecimal digits for each byte.
+inline std::string digits_of(std::span<const std::uint8_t> bytes, bool upper_case) {
+  std::string text;
+  for (const std::uint8_t byte : bytes) {
+    char digits[3];
+    std::snprintf(digits, sizeof digits, upper_case ? "%02X" : "%02x", byte);
+    text += digits;
+  }
+  return text;
 }
 
 /// `size` bytes that differ from each other and from one `seed` to the next.
@@ -54,9 +68,7 @@ inline void put(Bytes& out, std::size_t at, const Bytes& bytes) {
   if (out.size() < at + bytes.size()) {
     out.resize(at + bytes.size());
   }
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    out[at + i] = bytes[i];
-  }
+  std::ranges::copy(bytes, out.begin() + static_cast<std::ptrdiff_t>(at));
 }
 
 inline Bytes big16(std::uint32_t value) {
@@ -179,6 +191,12 @@ inline void set(Ifd& ifd, Entry entry) {
   ifd.entries.insert(place, std::move(entry));
 }
 
+inline void set(Ifd& ifd, const std::vector<Entry>& entries) {
+  for (const Entry& entry : entries) {
+    set(ifd, entry);
+  }
+}
+
 inline void drop(Ifd& ifd, std::uint16_t tag) {
   std::erase_if(ifd.entries, [tag](const Entry& entry) { return entry.tag == tag; });
 }
@@ -241,13 +259,15 @@ inline Entry completed(const Ifd& ifd, const Entry& entry) {
   return out;
 }
 
+/// The block that an IFD belongs to.
 struct Place {
   Bytes* out;
   std::size_t base;  ///< position from which offsets count
   bool big_endian;
+  bool scattered;
 
-  void put_offset(std::size_t at, std::size_t target) const {
-    put(*out, at, static_cast<std::uint32_t>(target - base), 4, big_endian);
+  [[nodiscard]] std::uint32_t offset(std::size_t position) const {
+    return static_cast<std::uint32_t>(position - base);
   }
 };
 
@@ -256,191 +276,11 @@ inline std::size_t even(std::size_t position) { return position + position % 2; 
 inline std::size_t table_size(const Ifd& ifd) { return 2 + 12 * ifd.entries.size() + 4; }
 
 /// Tag, type and count of the entry at `at`.
-inline void put_entry_head(const Place& place, std::size_t at, const Entry& entry,
-                           std::size_t count) {
-  put(*place.out, at, entry.tag, 2, place.big_endian);
-  put(*place.out, at + 2, entry.type, 2, place.big_endian);
-  put(*place.out, at + 4, static_cast<std::uint32_t>(count), 4, place.big_endian);
-}
-
-/// Places the header of a nested block at `at` and gives the place of its IFD's contents and, in
-/// `at`, the position of its entry count.
-inline Place enter_block(const Place& around, const Ifd& ifd, std::size_t& at) {
-  Place inside = around;
-  if (ifd.own_order) {
-    inside.big_endian = ifd.big_endian;
-  }
-  if (ifd.base == Base::start) {
-    inside.base = at;
-  }
-  put(*around.out, at, ifd.header);
-  at += ifd.header.size();
-  if (ifd.base == Base::inner) {
-    inside.base = at;
-    put(*around.out, at, bytes_of(inside.big_endian ? "MM" : "II"));
-    put(*around.out, at + 2, 42, 2, inside.big_endian);
-    put(*around.out, at + 4, 8, 4, inside.big_endian);
-    at += 8;
-  }
-  return inside;
-}
-
-inline std::size_t write_ifd(const Place& around, const Ifd& ifd, std::size_t at);
-
-/// Writes what a pointer leads to at `data` and the pointer at `at`; returns the new data end.
-inline std::size_t write_nested(const Place& place, const Entry& entry, std::size_t at,
-                                std::size_t data) {
-  const std::size_t count = entry.nested.size();
-  const std::size_t start = data;
-  if (count > 1) {
-    data += 4 * count;
-  }
-  for (std::size_t i = 0; i < count; ++i) {
-    if (count > 1) {
-      place.put_offset(start + 4 * i, data);
-    }
-    data = write_ifd(place, entry.nested[i], data);
-  }
-  put_entry_head(place, at, entry, entry.type == kUndefined ? data - start : count);
-  place.put_offset(at + 8, start);
-  return data;
-}
-
-/// Writes an IFD as the writer lays it out and returns the data end: the table, the values in entry
-/// order with nested IFDs among them, then the thumbnail and the strips; everything at even
-/// offsets.
-inline std::size_t write_ifd(const Place& around, const Ifd& ifd, std::size_t at) {
-  Bytes& out = *around.out;
-  const Place place = enter_block(around, ifd, at);
-  const bool big = place.big_endian;
-  put(out, at, static_cast<std::uint32_t>(ifd.entries.size()), 2, big);
-  std::size_t data = even(at + table_size(ifd));
-  put(out, data, Bytes());
-  std::size_t offsets_at = 0;
-  std::size_t offset_size = 0;
-  std::size_t thumbnail_at = 0;
-  std::size_t entry_at = at + 2;
-  for (const Entry& raw_entry : ifd.entries) {
-    const Entry entry = completed(ifd, raw_entry);
-    if (!entry.nested.empty()) {
-      data = write_nested(place, entry, entry_at, data);
-    } else {
-      const Bytes value = value_bytes(entry, big);
-      put_entry_head(place, entry_at, entry, value.size() / type_size(entry.type));
-      const bool inside = value.size() <= 4;
-      put(out, entry_at + 8, Bytes(4));
-      if (!inside) {
-        place.put_offset(entry_at + 8, data);
-      }
-      const std::size_t value_at = inside ? entry_at + 8 : data;
-      put(out, value_at, value);
-      if (holds_image_offsets(ifd, entry)) {
-        offsets_at = value_at;
-        offset_size = type_size(entry.type);
-      }
-      if (entry.tag == 0x0201 && locates_thumbnail(ifd, entry)) {
-        thumbnail_at = value_at;
-      }
-      if (!inside) {
-        data = even(data + value.size());
-      }
-    }
-    entry_at += 12;
-  }
-  put(out, entry_at, 0, 4, big);
-  if (thumbnail_at != 0) {
-    place.put_offset(thumbnail_at, data);
-    put(out, data, ifd.thumbnail);
-    data = even(data + ifd.thumbnail.size());
-  }
-  for (std::size_t i = 0; i < ifd.images.size(); ++i) {
-    const auto offset = static_cast<std::uint32_t>(data - place.base);
-    put(out, offsets_at + i * offset_size, offset, offset_size, big);
-    put(out, data, ifd.images[i]);
-    data = even(data + ifd.images[i].size());
-  }
-  if (out.size() < data) {
-    out.resize(data);
-  }
-  return data;
-}
-
-inline std::size_t scatter_ifd(const Place& around, const Ifd& ifd, std::size_t next);
-
-inline std::size_t append_after_junk(Bytes& out, const Bytes& bytes) {
-  out.resize(even(out.size()), 0xA5);
-  out.insert(out.end(), {0xA5, 0x5A});
-  const std::size_t at = out.size();
-  out.insert(out.end(), bytes.begin(), bytes.end());
-  return at;
-}
-
-/// Appends a nested IFD. Blocks with a base of their own are contiguous; others are scattered.
-inline std::size_t scatter_nested(const Place& place, const Ifd& ifd, std::size_t& length) {
-  if (ifd.base == Base::parent) {
-    const std::size_t at = scatter_ifd(place, ifd, 0);
-    length = place.out->size() - at;
-    return at;
-  }
-  const std::size_t at = append_after_junk(*place.out, {});
-  length = write_ifd(place, ifd, at) - at;
-  return at;
-}
-
-/// Appends everything that `ifd` refers to, last entry first, then its table; returns the position
-/// of its header (or, without one, of its table). `next` is the position of the next IFD, or 0.
-inline std::size_t scatter_ifd(const Place& around, const Ifd& ifd, std::size_t next) {
-  Place place = around;
-  if (ifd.own_order) {
-    place.big_endian = ifd.big_endian;
-  }
-  Bytes& out = *place.out;
-  const bool big = place.big_endian;
-  Numbers image_offsets;
-  for (const Bytes& image : ifd.images) {
-    image_offsets.push_back(static_cast<std::uint32_t>(append_after_junk(out, image) - place.base));
-  }
-  Bytes table;
-  put(table, 0, static_cast<std::uint32_t>(ifd.entries.size()), 2, big);
-  const Place in_table{&table, place.base, big};
-  for (std::size_t i = ifd.entries.size(); i-- > 0;) {
-    const std::size_t at = 2 + 12 * i;
-    Entry entry = completed(ifd, ifd.entries[i]);
-    if (holds_image_offsets(ifd, entry)) {
-      entry.numbers = image_offsets;
-    }
-    if (entry.tag == 0x0201 && locates_thumbnail(ifd, entry)) {
-      entry.numbers = {
-          static_cast<std::uint32_t>(append_after_junk(out, ifd.thumbnail) - place.base)};
-    }
-    if (!entry.nested.empty()) {
-      Numbers offsets;
-      std::size_t length = 0;
-      for (const Ifd& member : entry.nested) {
-        offsets.push_back(
-            static_cast<std::uint32_t>(scatter_nested(place, member, length) - place.base));
-      }
-      if (entry.type == kUndefined) {
-        put_entry_head(in_table, at, entry, length);
-        put(table, at + 8, offsets[0], 4, big);
-        continue;
-      }
-      entry.numbers = offsets;
-    }
-    const Bytes value = value_bytes(entry, big);
-    put_entry_head(in_table, at, entry, value.size() / type_size(entry.type));
-    put(table, at + 8, Bytes(4));
-    if (value.size() <= 4) {
-      put(table, at + 8, value);
-    } else {
-      in_table.put_offset(at + 8, append_after_junk(out, value));
-    }
-  }
-  put(table, 2 + 12 * ifd.entries.size(), 0, 4, big);
-  if (next != 0) {
-    in_table.put_offset(table.size() - 4, next);
-  }
-  return append_after_junk(out, joined({ifd.header, table}));
+inline void put_entry_head(Bytes& out, std::size_t at, const Entry& entry, std::size_t count,
+                           bool big_endian) {
+  put(out, at, entry.tag, 2, big_endian);
+  put(out, at + 2, entry.type, 2, big_endian);
+  put(out, at + 4, static_cast<std::uint32_t>(count), 4, big_endian);
 }
 
 inline Bytes tiff_header(bool big_endian) {
@@ -450,35 +290,132 @@ inline Bytes tiff_header(bool big_endian) {
   return out;
 }
 
-}  // namespace layout
+/// Appends bytes at an even place, in scattered data behind junk, and returns their position.
+inline std::size_t append(const Place& place, const Bytes& bytes) {
+  Bytes& out = *place.out;
+  out.resize(even(out.size()), place.scattered ? 0xA5 : 0);
+  if (place.scattered) {
+    out.insert(out.end(), {0xA5, 0x5A});
+  }
+  const std::size_t at = out.size();
+  put(out, at, bytes);
+  return at;
+}
 
-/// TIFF data in the layout that the writer produces.
-inline Bytes written_tiff(bool big_endian, const std::vector<Ifd>& chain) {
-  Bytes out = layout::tiff_header(big_endian);
-  const layout::Place place{&out, 0, big_endian};
-  std::size_t at = 8;
-  std::size_t link = 0;
-  for (const Ifd& ifd : chain) {
-    if (link != 0) {
-      place.put_offset(link, at);
+inline std::size_t append_ifd(const Place& around, const Ifd& ifd);
+
+/// Appends what a pointer leads to; returns its value. An array stands before its members, in
+/// scattered data behind them. `length` becomes that of the last member.
+inline Bytes append_nested(const Place& place, const Entry& entry, std::size_t& length) {
+  const bool array_first = entry.nested.size() > 1 && !place.scattered;
+  const std::size_t array_at = array_first ? append(place, Bytes(4 * entry.nested.size())) : 0;
+  Bytes offsets;
+  for (const Ifd& member : entry.nested) {
+    const std::size_t at = append_ifd(place, member);
+    length = place.out->size() - at;
+    put(offsets, offsets.size(), place.offset(at), 4, place.big_endian);
+  }
+  if (!array_first) {
+    return offsets;
+  }
+  put(*place.out, array_at, offsets);
+  Bytes array_offset;
+  put(array_offset, 0, place.offset(array_at), 4, place.big_endian);
+  return array_offset;
+}
+
+/// Appends an IFD with everything that it refers to and returns the position of its header (or,
+/// without one, of its table). The writer puts the table first, then the values in entry order with
+/// nested IFDs among them, the thumbnail and the strips. Scattered, the values come last to first
+/// and the table behind it all; blocks with a base of their own are as the writer makes them.
+inline std::size_t append_ifd(const Place& around, const Ifd& ifd) {
+  Place place = around;
+  place.big_endian = ifd.own_order ? ifd.big_endian : around.big_endian;
+  place.scattered = around.scattered && ifd.base == Base::parent;
+  const bool big = place.big_endian;
+  const std::size_t count = ifd.entries.size();
+  Bytes block = ifd.base == Base::inner ? joined({ifd.header, tiff_header(big)}) : ifd.header;
+  const std::size_t table_at = block.size();
+  block.resize(table_at + table_size(ifd));
+  put(block, table_at, static_cast<std::uint32_t>(count), 2, big);
+  const std::size_t start = place.scattered ? 0 : append(around, block);
+  if (ifd.base != Base::parent) {
+    place.base = start + (ifd.base == Base::inner ? ifd.header.size() : 0);
+  }
+  std::size_t thumbnail_at = 0;
+  Bytes* offsets = nullptr;  ///< what holds the offsets of the images, and where
+  std::size_t offsets_at = 0;
+  std::size_t offset_size = 0;
+  for (std::size_t turn = 0; turn < count; ++turn) {
+    const std::size_t i = place.scattered ? count - 1 - turn : turn;
+    const Entry entry = completed(ifd, ifd.entries[i]);
+    const std::size_t at = table_at + 2 + 12 * i;
+    Bytes value = value_bytes(entry, big);
+    std::size_t values = value.size() / type_size(entry.type);
+    if (!entry.nested.empty()) {
+      std::size_t length = 0;
+      value = append_nested(place, entry, length);
+      values = entry.type == kUndefined ? length : entry.nested.size();
     }
-    const std::size_t next = layout::write_ifd(place, ifd, at);
-    link = at + layout::table_size(ifd) - 4;
-    at = next;
+    put_entry_head(block, at, entry, values, big);
+    Bytes* holder = &block;
+    std::size_t value_at = at + 8;
+    if (value.size() > 4) {
+      holder = place.out;
+      value_at = append(place, value);
+      put(block, at + 8, place.offset(value_at), 4, big);
+    } else {
+      put(block, value_at, value);
+    }
+    if (holds_image_offsets(ifd, entry)) {
+      offsets = holder;
+      offsets_at = value_at;
+      offset_size = type_size(entry.type);
+    } else if (entry.tag == 0x0201 && locates_thumbnail(ifd, entry)) {
+      thumbnail_at = value_at;
+    }
+  }
+  if (thumbnail_at != 0) {
+    put(block, thumbnail_at, place.offset(append(place, ifd.thumbnail)), 4, big);
+  }
+  for (std::size_t i = 0; offsets != nullptr && i < ifd.images.size(); ++i) {
+    const std::uint32_t offset = place.offset(append(place, ifd.images[i]));
+    put(*offsets, offsets_at + i * offset_size, offset, offset_size, big);
+  }
+  if (place.scattered) {
+    return append(place, block);
+  }
+  put(*place.out, start, block);
+  place.out->resize(even(place.out->size()));
+  return start;
+}
+
+inline Bytes tiff(bool big_endian, const std::vector<Ifd>& chain, bool scattered) {
+  Bytes out = tiff_header(big_endian);
+  const Place place{&out, 0, big_endian, scattered};
+  std::vector<std::uint32_t> positions(chain.size());
+  for (std::size_t turn = 0; turn < chain.size(); ++turn) {
+    const std::size_t i = scattered ? chain.size() - 1 - turn : turn;
+    positions[i] = place.offset(append_ifd(place, chain[i]));
+  }
+  std::size_t link = 4;
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    put(out, link, positions[i], 4, big_endian);
+    link = positions[i] + table_size(chain[i]) - 4;
   }
   return out;
 }
 
+}  // namespace layout
+
+/// TIFF data in the layout that the writer produces.
+inline Bytes written_tiff(bool big_endian, const std::vector<Ifd>& chain) {
+  return layout::tiff(big_endian, chain, false);
+}
+
 /// The same content in the scattered layout of a source file.
 inline Bytes scattered_tiff(bool big_endian, const std::vector<Ifd>& chain) {
-  Bytes out = layout::tiff_header(big_endian);
-  const layout::Place place{&out, 0, big_endian};
-  std::size_t next = 0;
-  for (std::size_t i = chain.size(); i-- > 0;) {
-    next = layout::scatter_ifd(place, chain[i], next);
-  }
-  place.put_offset(4, next);
-  return out;
+  return layout::tiff(big_endian, chain, true);
 }
 
 // ---- JPEG (ITU-T T.81, annex B) ----
@@ -567,8 +504,12 @@ inline Entry iptc_field(Bytes content, bool big_endian) {
   }
   return field;
 }
+/// The payload of an APP13 segment.
+inline Bytes photoshop(std::initializer_list<Bytes> resources) {
+  return joined({bytes_of("Photoshop 3.0"), {0}, joined(resources)});
+}
 inline Bytes app13_photoshop(std::initializer_list<Bytes> resources) {
-  return segment(0xED, joined({bytes_of("Photoshop 3.0"), {0}, joined(resources)}));
+  return segment(0xED, photoshop(resources));
 }
 
 }  // namespace tagmend::test

@@ -178,8 +178,7 @@ inline Numbers numbers_for(const FieldDef& def, std::uint32_t seed) {
 }
 
 inline std::string text_for(const FieldDef& def, char letter) {
-  std::string text(some(def) - 1, letter);
-  return text;
+  return std::string(some(def) - 1, letter);
 }
 
 /// The type in which a field is stored; SHORT or LONG by turns where both are allowed.
@@ -225,10 +224,6 @@ std::vector<Map> holding(const Map* map, std::uint32_t layout) {
   return entries;
 }
 
-inline Numbers bytes_as_numbers(const std::uint8_t* bytes, std::uint32_t length) {
-  return {bytes, bytes + length};
-}
-
 inline NoteField plain_field(const FieldDef& def, std::uint32_t layout) {
   NoteField field{&def, {static_cast<std::uint16_t>(def.tag), stored_type(def), {}, {}}, {}};
   if (def.value_map != nullptr) {
@@ -237,7 +232,7 @@ inline NoteField plain_field(const FieldDef& def, std::uint32_t layout) {
     field.shown = entry.description;
   } else if (def.value_map_bytes != nullptr) {
     const auto entry = holding(def.value_map_bytes, layout).front();
-    field.entry.numbers = bytes_as_numbers(entry.bytes, entry.length);
+    field.entry.numbers = Numbers(entry.bytes, entry.bytes + entry.length);
     field.shown = entry.description;
   } else if (def.data_type == DataType::string) {
     field.shown = text_for(def, 'o');
@@ -257,10 +252,7 @@ inline NoteField field_of(const FieldDef& def, std::uint32_t layout, bool big_en
     }
     field.entry.numbers = value.numbers;
     if (is_bytes(def.data_type) && !value.elements.empty()) {
-      Bytes bytes;
-      for (const std::uint32_t number : value.numbers) {
-        put(bytes, bytes.size(), number, 4, big_endian);
-      }
+      const Bytes bytes = layout::value_bytes(longs(0, value.numbers), big_endian);
       field.entry.numbers = Numbers(bytes.begin(), bytes.end());
     }
     field.elements = value.elements;
@@ -275,13 +267,11 @@ inline NoteField field_of(const FieldDef& def, std::uint32_t layout, bool big_en
 inline std::vector<NoteField> fields_of_kind(IfdKind kind, std::uint32_t layout, bool big_endian) {
   std::vector<NoteField> fields;
   for (const FieldDef& def : field_table_defs) {
-    if (def.ifd_kind != kind || def.tag > 0xFFFF || def.is_offset) {
-      continue;
+    const bool is_known =
+        std::ranges::any_of(fields, [&](const auto& f) { return f.def->tag == def.tag; });
+    if (def.ifd_kind == kind && def.tag <= 0xFFFF && !def.is_offset && !is_known) {
+      fields.push_back(notes::field_of(def, layout, big_endian));
     }
-    if (std::ranges::any_of(fields, [&](const auto& f) { return f.def->tag == def.tag; })) {
-      continue;
-    }
-    fields.push_back(notes::field_of(def, layout, big_endian));
   }
   std::ranges::sort(fields, {}, [](const NoteField& field) { return field.def->tag; });
   return fields;
@@ -301,9 +291,9 @@ inline Note note_of(const Camera& camera, bool big_file, bool big_header) {
   const bool big = camera.order == NoteOrder::file         ? big_file
                    : camera.order == NoteOrder::own_header ? big_header
                                                            : camera.order == NoteOrder::big;
-  Note note{&camera, big, fields_of_kind(camera.kind, camera.layout, big), {}};
-  if (!camera.has_ifd()) {
-    note.fields.clear();
+  Note note{&camera, big, {}, {}};
+  if (camera.has_ifd()) {
+    note.fields = fields_of_kind(camera.kind, camera.layout, big);
   }
   if (camera.kind == IfdKind::ricoh) {
     note.info = fields_of_kind(IfdKind::ricoh_info, camera.layout, big);
@@ -311,27 +301,28 @@ inline Note note_of(const Camera& camera, bool big_file, bool big_header) {
   return note;
 }
 
-inline Bytes nikon_thumbnail() { return noise(95, 21); }
-
+/// Its thumbnail is that of the Nikon notes.
 inline Ifd nikon_thumbnail_ifd() {
   Ifd ifd = ifd_of({image_locator(0x0201, kLong), image_locator(0x0202, kLong)});
-  ifd.thumbnail = nikon_thumbnail();
+  ifd.thumbnail = noise(95, 21);
+  return ifd;
+}
+
+inline Ifd ifd_of_fields(const std::vector<NoteField>& fields) {
+  Ifd ifd;
+  for (const NoteField& field : fields) {
+    ifd.entries.push_back(field.entry);
+  }
   return ifd;
 }
 
 inline Ifd ifd_of_note(const Note& note) {
-  Ifd ifd;
-  for (const NoteField& field : note.fields) {
-    ifd.entries.push_back(field.entry);
-  }
+  Ifd ifd = ifd_of_fields(note.fields);
   if (note.camera->kind == IfdKind::nikon3) {
     set(ifd, pointer(0x0011, std::vector<Ifd>{nikon_thumbnail_ifd()}));
   }
   if (!note.info.empty()) {
-    Ifd info;
-    for (const NoteField& field : note.info) {
-      info.entries.push_back(field.entry);
-    }
+    Ifd info = ifd_of_fields(note.info);
     info.header = bytes_of(std::string_view("[Ricoh Camera Info]\0", 20));
     set(ifd, pointer(0x2001, std::vector<Ifd>{info}));
   }
@@ -346,8 +337,7 @@ inline Ifd ifd_of_note(const Note& note) {
 /// own.
 inline Chain photo_of(const Note& note) {
   Chain chain = camera();
-  set(chain[0], text(0x010F, note.camera->make));
-  set(chain[0], text(0x0110, note.camera->model));
+  set(chain[0], {text(0x010F, note.camera->make), text(0x0110, note.camera->model)});
   if (note.camera->has_ifd()) {
     set(exif(chain), maker_note(ifd_of_note(note)));
   }

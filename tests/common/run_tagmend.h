@@ -11,11 +11,11 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <iterator>
+#include <span>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -32,9 +32,10 @@ struct RunSettings {
   std::string directory = {};              ///< start directory below the sandbox
   std::string input = {};                  ///< standard input
   Words environment = {};                  ///< NAME=value, beside a minimal environment
-  bool merged = false;                     ///< both streams into one file, shown as `out`
+  bool merged = false;                     ///< both streams into one file
   bool as_nobody = false;                  ///< without the rights of root
   std::function<void()> before_exec = {};  ///< called in the child
+  bool without_prefix = false;             ///< no checker runs the program
   std::string program = TAGMEND_PROGRAM;   ///< another one that is run in the same way
 };
 
@@ -46,11 +47,7 @@ struct Outcome {
 };
 
 /// A directory in which the program is run.
-class Sandbox : public TemporaryDirectory {
- public:
-  using TemporaryDirectory::TemporaryDirectory;
-  [[nodiscard]] Outcome run(const Words& arguments, const RunSettings& settings = {}) const;
-};
+using Sandbox = TemporaryDirectory;
 
 namespace run_details {
 
@@ -101,7 +98,8 @@ struct Command {
 
 inline Command command_for(const RunSettings& settings, const Words& arguments) {
   Command command{.file = settings.program, .words = {"tagmend"}};
-  if (const char* const prefix = std::getenv("TAGMEND_RUN_PREFIX")) {
+  const char* const prefix = std::getenv("TAGMEND_RUN_PREFIX");
+  if (prefix != nullptr && !settings.without_prefix) {
     std::istringstream words(prefix);
     command.words.assign(std::istream_iterator<std::string>(words), {});
     // Without its path, as getopt's messages show it; the checker finds it through PATH.
@@ -114,48 +112,60 @@ inline Command command_for(const RunSettings& settings, const Words& arguments) 
 
 }  // namespace run_details
 
-inline Outcome Sandbox::run(const Words& arguments, const RunSettings& settings) const {
+/// A program that runs, and what it reads and prints.
+struct Started {
+  int in, out, err;
+  pid_t pid;
+};
+
+inline Started start(const Sandbox& sandbox, const Words& arguments, const RunSettings& settings) {
   run_details::Command command = run_details::command_for(settings, arguments);
   Words environment = run_details::environment_for(settings);
   const std::vector<char*> argument_list = run_details::pointers(command.words);
   const std::vector<char*> environment_list = run_details::pointers(environment);
-  const std::string start = path(settings.directory);
-  const int in = ::memfd_create("in", 0);
-  const int out = ::memfd_create("out", 0);
-  const int err = settings.merged ? ::dup(out) : ::memfd_create("err", 0);
-  EXPECT_EQ(::write(in, settings.input.data(), settings.input.size()),
+  const std::string directory = sandbox.path(settings.directory);
+  Started started{
+      .in = ::memfd_create("in", 0), .out = ::memfd_create("out", 0), .err = 0, .pid = 0};
+  started.err = settings.merged ? ::dup(started.out) : ::memfd_create("err", 0);
+  EXPECT_EQ(::write(started.in, settings.input.data(), settings.input.size()),
             static_cast<ssize_t>(settings.input.size()));
-  ::lseek(in, 0, SEEK_SET);
+  ::lseek(started.in, 0, SEEK_SET);
+  started.pid = ::fork();
+  if (started.pid != 0) {
+    return started;
+  }
+  ::umask(022);
+  ::dup2(started.in, 0);
+  ::dup2(started.out, 1);
+  ::dup2(started.err, 2);
+  if (::chdir(directory.c_str()) != 0) {
+    ::_exit(126);
+  }
+  if (settings.before_exec) {
+    settings.before_exec();
+  }
+  if (settings.as_nobody && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
+    ::_exit(126);
+  }
+  ::execvpe(command.file.c_str(), argument_list.data(), environment_list.data());
+  ::_exit(127);
+}
 
-  Outcome outcome;
-  outcome.pid = ::fork();
-  if (outcome.pid == 0) {
-    ::umask(022);
-    ::dup2(in, 0);
-    ::dup2(out, 1);
-    ::dup2(err, 2);
-    if (::chdir(start.c_str()) != 0) {
-      ::_exit(126);
-    }
-    if (settings.before_exec) {
-      settings.before_exec();
-    }
-    if (settings.as_nobody && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
-      ::_exit(126);
-    }
-    ::execvpe(command.file.c_str(), argument_list.data(), environment_list.data());
-    ::_exit(127);
-  }
+/// The outcome of a program whose end the system described by `status`.
+inline Outcome finish(const Started& started, int status) {
+  ::close(started.in);
+  return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status),
+          .out = run_details::drained(started.out),
+          .err = run_details::drained(started.err),
+          .pid = started.pid};
+}
+
+inline Outcome run(const Sandbox& sandbox, const Words& arguments,
+                   const RunSettings& settings = {}) {
+  const Started started = start(sandbox, arguments, settings);
   int status = 0;
-  ::waitpid(outcome.pid, &status, 0);
-  outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-  ::close(in);
-  outcome.out = run_details::drained(out);
-  outcome.err = run_details::drained(err);
-  if (settings.merged) {
-    outcome.err.clear();
-  }
-  return outcome;
+  ::waitpid(started.pid, &status, 0);
+  return finish(started, status);
 }
 
 /// Where two byte strings part, with the bytes around, or an empty text when they are equal.
@@ -163,19 +173,11 @@ inline std::string difference(const Bytes& expected, const Bytes& actual) {
   if (expected == actual) {
     return {};
   }
-  std::size_t at = 0;
-  while (at < expected.size() && at < actual.size() && expected[at] == actual[at]) {
-    ++at;
-  }
-  const auto shown = [at](const Bytes& bytes) {
-    std::string line;
-    const std::size_t first = at < 16 ? 0 : at - 16;
-    for (std::size_t i = first; i < bytes.size() && i < at + 32; ++i) {
-      char cell[8];
-      std::snprintf(cell, sizeof cell, i == at ? "[%02x] " : "%02x ", bytes[i]);
-      line += cell;
-    }
-    return line;
+  const auto place = std::ranges::mismatch(expected, actual).in1 - expected.begin();
+  const auto at = static_cast<std::size_t>(place);
+  const auto shown = [at](std::span<const std::uint8_t> bytes) {
+    return digits_of(bytes.first(at).last(std::min<std::size_t>(at, 16)), false) + " | " +
+           digits_of(bytes.subspan(at, std::min<std::size_t>(bytes.size() - at, 32)), false);
   };
   return "sizes " + std::to_string(expected.size()) + " expected, " +
          std::to_string(actual.size()) + " found; first difference at " + std::to_string(at) +

@@ -15,16 +15,11 @@ namespace tagmend::test {
 
 /// Bytes from hexadecimal digits; blanks are for the reader.
 inline Bytes hex(std::string_view digits) {
+  std::string text(digits);
+  std::erase(text, ' ');
   Bytes bytes;
-  std::string pair;
-  for (const char digit : digits) {
-    if (digit != ' ') {
-      pair += digit;
-    }
-    if (pair.size() == 2) {
-      bytes.push_back(static_cast<std::uint8_t>(std::stoi(pair, nullptr, 16)));
-      pair.clear();
-    }
+  for (std::size_t at = 0; at < text.size(); at += 2) {
+    bytes.push_back(static_cast<std::uint8_t>(std::stoi(text.substr(at, 2), nullptr, 16)));
   }
   return bytes;
 }

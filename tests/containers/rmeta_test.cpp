@@ -2,17 +2,14 @@
 
 #include <string>
 
+#include "common/container_files.h"
 #include "common/context_fixture.h"
 
 namespace tagmend::test {
 namespace {
 
-/// A record of a type; its length counts itself.
-Bytes record(std::uint32_t type, const Bytes& data, bool big_endian) {
-  Bytes out;
-  put(out, 0, type, 2, big_endian);
-  put(out, 2, static_cast<std::uint32_t>(data.size()) + 2, 2, big_endian);
-  return joined({out, data});
+Bytes record(std::uint32_t type, const std::vector<std::string>& texts) {
+  return rmeta_record(type, texts, true);
 }
 
 Bytes payload(std::string_view order, std::initializer_list<Bytes> records) {
@@ -32,14 +29,10 @@ class RmetaTest : public ContextTest {
 };
 
 TEST_F(RmetaTest, TakesFiveOfEachAndStopsAtAnEmptyText) {
-  Bytes seven;
-  for (const char* name : {"a", "b", "c", "d", "e", "f", "g"}) {
-    seven = joined({seven, ascii(name)});
-  }
-  const Bytes values = joined({ascii("x"), ascii(""), ascii("y")});
-  read(payload("MM", {record(1, seven, true), record(1, ascii("h"), true), record(7, seven, true),
-                      record(2, values, true), record(2, ascii(""), true),
-                      record(2, bytes_of("open"), true)}));
+  const std::vector<std::string> seven = {"a", "b", "c", "d", "e", "f", "g"};
+  read(payload("MM",
+               {record(1, seven), record(1, {"h"}), record(7, seven), record(2, {"x", "", "y"}),
+                record(2, {""}), rmeta_record(2, bytes_of("open"), true)}));
   EXPECT_EQ(listed(),
             "rc-name1 2 [a] 116\nrc-name2 2 [b] 118\nrc-name3 2 [c] 120\nrc-name4 2 [d] 122\n"
             "rc-name5 2 [e] 124\nrc-value1 2 [x] 158\nrc-value2 2 [open] 172\n");
@@ -56,12 +49,12 @@ TEST_F(RmetaTest, CharacterSetsArePassedOver) {
     Bytes payload;
     const char* listed;
   } cases[] = {
-      {payload("MM", {hex("0000 0008 0005"), ascii("ASCII"), record(1, ascii("Who"), true)}),
+      {payload("MM", {hex("0000 0008 0005"), ascii("ASCII"), record(1, {"Who"})}),
        "rc-name1 2 [Who] 128\n"},
       {payload("II", {hex("0000 0800 0500"),
                       ascii("LATIN"),
                       hex("0000 0200 0600"),
-                      record(2, ascii("Ann"), false),
+                      rmeta_record(2, ascii("Ann"), false),
                       {0}}),
        "rc-value1 2 [Ann] 134\n"},
       {bytes_of("RMETAL!"), ""},
@@ -75,8 +68,7 @@ TEST_F(RmetaTest, CharacterSetsArePassedOver) {
 
 TEST_F(RmetaTest, OnlyAWrongByteOrderIsReported) {
   const auto quiet = [&](const Bytes& bytes) { return errors_of([&] { read(bytes); }); };
-  EXPECT_EQ(quiet(payload("XY", {record(1, ascii("Who"), true)})),
-            "RMETA: Invalid Byte order '0x5859'\n");
+  EXPECT_EQ(quiet(payload("XY", {record(1, {"Who"})})), "RMETA: Invalid Byte order '0x5859'\n");
   EXPECT_EQ(quiet(ascii("RMETA")), "");
   EXPECT_EQ(quiet(bytes_of("RM")), "");
   EXPECT_EQ(quiet(payload("MM", {{0, 1, 0, 0, 0}})), "");  // lengths below 2
@@ -93,8 +85,7 @@ TEST_F(RmetaTest, OnlyAWrongByteOrderIsReported) {
 
 TEST_F(RmetaTest, AFullTableEndsTheParsing) {
   image_->field_count = 199;
-  read(payload("MM",
-               {record(1, joined({ascii("a"), ascii("b")}), true), record(2, ascii("c"), true)}));
+  read(payload("MM", {record(1, {"a", "b"}), record(2, {"c"})}));
   EXPECT_EQ(image_->field_count, 200U);
   EXPECT_STREQ(image_->fields[199].text.data(), "a");
 }

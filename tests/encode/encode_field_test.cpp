@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "common/test_tools.h"
 #include "encode/edit_list.h"
 #include "support/charset.h"
 #include "support/settings.h"
@@ -12,8 +13,7 @@
 namespace tagmend {
 namespace {
 
-using testing::internal::CaptureStderr;
-using testing::internal::GetCapturedStderr;
+using test::errors_of;
 
 std::uint16_t row_of(const char* nickname) {
   const int row = find_field(nickname);
@@ -30,30 +30,18 @@ std::string encode(const char* nickname, std::string_view text, EncodeTarget tar
   if (code != ErrorCode::ok) {
     return "code " + std::to_string(static_cast<unsigned>(code));
   }
-  std::string result = std::to_string(count) + ":";
   const DataType type = field_table_defs[row].data_type;
   const auto stored = type == DataType::short_or_long ? DataType::unsigned_long : type;
   const std::uint64_t size = value_size(static_cast<std::uint16_t>(stored), count);
-  for (std::uint64_t i = 0; i < size; ++i) {
-    std::array<char, 3> hex;
-    std::snprintf(hex.data(), hex.size(), "%02X", output[i]);
-    result += hex.data();
-  }
-  return result;
-}
-
-std::string hex(std::uint32_t number) {
-  std::array<char, 9> text;
-  std::snprintf(text.data(), text.size(), "%08X", number);
-  return text.data();
+  return std::to_string(count) + ":" + test::digits_of(std::span(output).first(size), true);
 }
 
 std::string rationals(std::initializer_list<std::int32_t> numbers) {
-  std::string text = std::to_string(numbers.size() / 2) + ":";
+  test::Bytes bytes;
   for (const std::int32_t number : numbers) {
-    text += hex(static_cast<std::uint32_t>(number));
+    test::put(bytes, bytes.size(), static_cast<std::uint32_t>(number), 4, true);
   }
-  return text;
+  return std::to_string(numbers.size() / 2) + ":" + test::digits_of(bytes, true);
 }
 
 struct Case {
@@ -81,7 +69,6 @@ TEST(EncodeField, Exposure) {
       {"exp-time", "inf", "code 20"},
       {"exp-time", "nan", "code 20"},
       {"exp-time", "", "code 20"},
-      {"exp-time", "fast", "code 20"},
       {"shutter", "1/125", rationals({6965784, 1000000})},
       {"shutter", "2", rationals({-1000000, 1000000})},
       {"shutter", "0", "code 20"},
@@ -108,8 +95,6 @@ TEST(EncodeField, GpsCoordinates) {
       {"gps-latitude", "45.5 27 30", "code 37"},
       {"gps-latitude", "45 27.5 30", "code 23"},
       {"gps-latitude", "x 27 30", "code 20"},
-      {"gps-latitude", "45 x 30", "code 20"},
-      {"gps-latitude", "45 27 x", "code 20"},
       {"gps-latitude", "-45 27 30", "code 20"},
       {"gps-latitude", "45 -27 30", "code 20"},
       {"gps-latitude", "45 27 -30", "code 20"},
@@ -158,7 +143,6 @@ TEST(EncodeField, Integers) {
       {"page-num", "-4294967295 1", "2:00010001"},
       {"page-num", "1", "code 22"},
       {"page-num", "1 2 3", "code 23"},
-      {"page-num", "x 2 3", "code 20"},
       {"main-width", "4294967295", "1:FFFFFFFF"},
       {"main-width", "4294967296", "code 20"},
       {"main-width", "99999999999999999999999", "code 20"},
@@ -194,9 +178,8 @@ TEST(EncodeField, MoreNumbersThanTheAreaHoldsAreRefused) {
   for (int i = 0; i < 501; ++i) {
     numbers += "1,";
   }
-  CaptureStderr();
-  EXPECT_EQ(encode("cn-body-num", numbers), "code 23");
-  EXPECT_EQ(GetCapturedStderr(), "Error: Attempt to write past end of buffer(3144), exiting\n");
+  EXPECT_EQ(errors_of([&] { EXPECT_EQ(encode("cn-body-num", numbers), "code 23"); }),
+            "Error: Attempt to write past end of buffer(3144), exiting\n");
 }
 
 TEST(EncodeField, BytesAndVersions) {
@@ -206,7 +189,12 @@ TEST(EncodeField, BytesAndVersions) {
       {"flashpix-ver", "303130", "code 22"},
       {"flashpix-ver", "3031303030", "code 23"},
       {"flashpix-ver", "ABC", "code 57"},
-      {"flashpix-ver", "ZZ", "code 59"},
+      {"flashpix-ver", "0/", "code 59"},  // the neighbours of the digits
+      {"flashpix-ver", "0:", "code 59"},
+      {"flashpix-ver", "0@", "code 59"},
+      {"flashpix-ver", "0G", "code 59"},
+      {"flashpix-ver", "0`", "code 59"},
+      {"flashpix-ver", "0g", "code 59"},
       {"flashpix-ver", "0100 30313", "code 59"},
       {"cfa-pattern", "", "0:"},
       {"exif-ver", "0220", "4:30323230"},
@@ -243,15 +231,14 @@ TEST(EncodeField, Comments) {
   check({{"comment", "", "8:4153434949000000"}, {"xp-title", "", "0:"}});
   EXPECT_EQ(encode("comment", long_text).substr(0, 23), "1999:415343494900000061");
   library_settings.unicode_comment = true;
-  CaptureStderr();
-  EXPECT_EQ(encode("comment", long_text).substr(0, 9), "1998:554E");
-  EXPECT_NE(GetCapturedStderr(), "");
+  EXPECT_NE(errors_of([&] { EXPECT_EQ(encode("comment", long_text).substr(0, 9), "1998:554E"); }),
+            "");
   library_settings.unicode_comment = false;
 }
 
 TEST(EncodeField, EveryRowTakesItsNamesAndNoTextOverrunsTheArea) {
   const std::string texts[] = {"", "-", "1e99", "\\", "[", "\"", "=", std::string(2000, '1')};
-  CaptureStderr();
+  testing::internal::CaptureStderr();
   for (std::uint16_t row = 0; row < field_def_count; ++row) {
     const FieldDef& def = field_table_defs[row];
     EncodedValue output;
@@ -279,7 +266,7 @@ TEST(EncodeField, EveryRowTakesItsNamesAndNoTextOverrunsTheArea) {
       EXPECT_LE(value_size(static_cast<std::uint16_t>(type), count), encoded_limit);
     }
   }
-  GetCapturedStderr();
+  testing::internal::GetCapturedStderr();
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ std::vector<Scene> single_scenes() {
 }
 
 bool is_edited(const SceneSandbox& sandbox, const Photo& photo) {
-  return sandbox.sandbox().content(photo.path) == photo.after;
+  return sandbox.directory.content(photo.path) == photo.after;
 }
 
 // ---- A file system of its own -------------------------------------------------------------------
@@ -54,73 +54,58 @@ void enter_file_system(const std::string& place, const std::string& options) {
   ::setenv("TMPDIR", place.c_str(), 1);
 }
 
-/// Runs checks in a child process on such a file system. Whether they could be run.
+/// Runs checks in a child process on such a file system, where that can be had.
 template <typename Checks>
-bool run_on_file_system(const std::string& options, Checks checks) {
+void run_on_file_system(const std::string& options, Checks checks) {
   const Sandbox place;
   std::fflush(stdout);
   const pid_t child = ::fork();
   if (child == 0) {
     enter_file_system(place.path(""), options);
-    checks(place.path(""));
+    checks(place);
     std::fflush(stdout);
     ::_exit(testing::Test::HasFailure() ? 1 : 0);
   }
   int status = 0;
   ::waitpid(child, &status, 0);
   if (WIFEXITED(status) && WEXITSTATUS(status) == exit_not_permitted) {
-    return false;
+    GTEST_SKIP() << "File systems can't be mounted here.";
   }
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "see the failures above";
-  return true;
-}
-
-void fill(const std::string& path, std::size_t size) {
-  FILE* const file = std::fopen(path.c_str(), "wb");
-  ASSERT_NE(file, nullptr);
-  const Bytes bytes(size, 0xA5);
-  EXPECT_EQ(std::fwrite(bytes.data(), 1, bytes.size(), file), bytes.size());
-  EXPECT_EQ(std::fclose(file), 0);
 }
 
 TEST(Limits, FileSystemThatFillsUp) {
   constexpr std::size_t page = 4096;
   constexpr std::size_t capacity = 200 << 10U;
-  const bool permitted = run_on_file_system("size=200k", [](const std::string& place) {
+  run_on_file_system("size=200k", [](const Sandbox& place) {
     for (const Scene& scene : single_scenes()) {
       const std::size_t photo = (scene.photos[0].before.size() + page - 1) / page * page;
       std::size_t edited = 0;
       std::size_t refused = 0;
       for (std::size_t filler = 0; filler + photo <= capacity; filler += page) {
         const SceneSandbox sandbox(scene);
-        fill(place + "/filler", filler);
-        const Outcome outcome = sandbox.sandbox().run(scene.arguments());
+        place.add("filler", Bytes(filler, 0xA5));
+        const Outcome outcome = run(sandbox.directory, scene.arguments());
         check_scene(scene, sandbox, outcome, {.text = std::to_string(filler) + " bytes in use"});
         ++(is_edited(sandbox, scene.photos[0]) ? edited : refused);
-        ::unlink((place + "/filler").c_str());
+        ::unlink(place.path("filler").c_str());
       }
       EXPECT_GT(edited, 0U) << scene.title;
       EXPECT_GT(refused, 0U) << scene.title;
     }
   });
-  if (!permitted) {
-    GTEST_SKIP() << "File systems can't be mounted here.";
-  }
 }
 
 TEST(Limits, FileSystemWithoutRoomForNames) {
   for (int inodes = 5; inodes < 10; ++inodes) {
     const std::string options = "size=1m,nr_inodes=" + std::to_string(inodes);
-    const bool permitted = run_on_file_system(options, [inodes](const std::string&) {
+    run_on_file_system(options, [inodes](const Sandbox&) {
       for (const Scene& scene : single_scenes()) {
         const SceneSandbox sandbox(scene);
-        const Outcome outcome = sandbox.sandbox().run(scene.arguments());
+        const Outcome outcome = run(sandbox.directory, scene.arguments());
         check_scene(scene, sandbox, outcome, {.text = std::to_string(inodes) + " inodes"});
       }
     });
-    if (!permitted) {
-      GTEST_SKIP() << "File systems can't be mounted here.";
-    }
   }
 }
 
@@ -132,13 +117,13 @@ TEST(Limits, FileSize) {
     for (const rlim_t size :
          std::vector<rlim_t>{1000, 4096, 65536, photo.after.size() - 1, photo.after.size()}) {
       const SceneSandbox sandbox(scene);
-      RunSettings settings;
-      settings.before_exec = [size] {
+      const auto limit_files = [size] {
         ::signal(SIGXFSZ, SIG_DFL);
         const rlimit limit = {size, size};
         ::setrlimit(RLIMIT_FSIZE, &limit);
       };
-      const Outcome outcome = sandbox.sandbox().run(scene.arguments(), settings);
+      const Outcome outcome =
+          run(sandbox.directory, scene.arguments(), {.before_exec = limit_files});
       check_scene(scene, sandbox, outcome, {.text = "files of " + std::to_string(size) + " bytes"});
       EXPECT_EQ(is_edited(sandbox, photo), size == photo.after.size()) << scene.title;
     }
@@ -164,15 +149,15 @@ TEST(Limits, NobodyReadsTheMessages) {
     }
     for (const bool small_files : {false, true}) {
       const SceneSandbox sandbox(scene);
-      RunSettings settings;
-      settings.before_exec = [small_files] {
+      const auto before_exec = [small_files] {
         close_reader();
         const rlimit limit = {1000, 1000};
         if (small_files) {
           ::setrlimit(RLIMIT_FSIZE, &limit);
         }
       };
-      const Outcome outcome = sandbox.sandbox().run(scene.arguments(), settings);
+      const Outcome outcome =
+          run(sandbox.directory, scene.arguments(), {.before_exec = before_exec});
       check_scene(scene, sandbox, outcome,
                   {.text = small_files ? "no reader, no room" : "no reader",
                    .is_permanent = true,
@@ -198,9 +183,7 @@ void check_refused(const Scene& scene, const Rights& rights) {
   const std::string directory = sandbox.path("a");
   ::chmod(sandbox.path(photo.path).c_str(), rights.photo);
   ::chmod(directory.c_str(), rights.directory);
-  RunSettings settings;
-  settings.as_nobody = true;
-  const Outcome outcome = sandbox.run(scene.arguments(), settings);
+  const Outcome outcome = run(sandbox, scene.arguments(), {.as_nobody = true});
   ::chmod(directory.c_str(), 0755);
   if (outcome.status == 127) {
     GTEST_SKIP() << "Other users can't reach the program.";

@@ -5,12 +5,17 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string_view>
 
 #include "common/edit_case.h"
 
 namespace tagmend::test {
+
+Bytes photo_by(const std::string& artist) {
+  return jpeg({app0_jfif(), written_exif(true, camera_of(artist)), picture()});
+}
 
 bool all_scenes_wanted() {
   const char* const wanted = std::getenv("TAGMEND_FAULTS");
@@ -62,10 +67,9 @@ Pair jpeg_pair(bool iptc, bool big_endian, std::uint32_t seed) {
 /// The camera's fields with strips and with IPTC data in IFD0.
 Bytes tiff(Bytes (*lay_out)(bool, const Chain&), bool big_endian, Chain chain,
            std::string_view caption, std::uint32_t seed) {
-  set(chain[0], image_locator(0x0111, kLong));
-  set(chain[0], image_locator(0x0117, kLong));
-  set(chain[0], iptc_field(iptc_data(caption), big_endian));
-  set(chain[0], octets(0x8649, kByte, resources(caption)));
+  set(chain[0],
+      {image_locator(0x0111, kLong), image_locator(0x0117, kLong),
+       iptc_field(iptc_data(caption), big_endian), octets(0x8649, kByte, resources(caption))});
   chain[0].images = {noise(image_size, seed), noise(128, seed + 1)};
   chain[1].thumbnail = noise(332, seed + 2);  // no padding byte behind the last data
   return lay_out(big_endian, chain);
@@ -128,12 +132,8 @@ bool is_backup_name(const Photo& photo, const std::string& path) {
   const std::size_t dot = photo.path.rfind('.');
   const std::string start = photo.path.substr(0, dot) + "-be";
   const std::string extension = photo.path.substr(dot);
-  if (!path.starts_with(start) || !path.ends_with(extension)) {
-    return false;
-  }
-  const std::string number =
-      path.substr(start.size(), path.size() - start.size() - extension.size());
-  return number.empty() || (number.front() == '(' && number.back() == ')');
+  return path.starts_with(start + "(") ? path.ends_with(")" + extension)
+                                       : path == start + extension;
 }
 
 struct PhotoState {
@@ -141,8 +141,6 @@ struct PhotoState {
   bool is_new = false;
   bool has_original = false;  ///< under whatever name
 };
-
-bool is_temp_name(const std::string& path) { return path.find("/orvale_") != std::string::npos; }
 
 /// Whether a message tells that the file is what is left of a photograph.
 bool is_told(const std::string& path, const Outcome& outcome) {
@@ -177,14 +175,14 @@ void check_leftovers(const Scene& scene, const Sandbox& sandbox, const Files& fi
     struct stat status {};
     EXPECT_EQ(::stat(sandbox.path(path).c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777 & ~photo_mode, 0U) << path << " can be read by others";
-    bool is_known = false;
-    for (const Photo& photo : scene.photos) {
-      is_known |= path == photo.path || is_backup_name(photo, path);
-    }
+    const bool is_known = std::ranges::any_of(scene.photos, [&](const Photo& photo) {
+      return path == photo.path || is_backup_name(photo, path);
+    });
     if (is_known || is_told(path, outcome)) {
       continue;
     }
-    EXPECT_TRUE(is_temp_name(path) && ++temps <= disturbance.temps) << path << " was left behind";
+    const bool is_temp = path.find("/orvale_") != std::string::npos;
+    EXPECT_TRUE(is_temp && ++temps <= disturbance.temps) << path << " was left behind";
   }
 }
 
@@ -242,8 +240,8 @@ void use_memory_file_system() {
 
 SceneSandbox::SceneSandbox(const Scene& scene) {
   for (const Photo& photo : scene.photos) {
-    sandbox_.add(photo.path, photo.before);
-    const std::string path = sandbox_.path(photo.path);
+    directory.add(photo.path, photo.before);
+    const std::string path = directory.path(photo.path);
     // Where that is allowed, the new file must be given to the owner of the old one.
     [[maybe_unused]] const int given = ::chown(path.c_str(), 1234, 2345);
     EXPECT_EQ(::chmod(path.c_str(), photo_mode), 0);
@@ -257,9 +255,9 @@ SceneSandbox::SceneSandbox(const Scene& scene) {
 void check_scene(const Scene& scene, const SceneSandbox& sandbox, const Outcome& outcome,
                  const Disturbance& disturbance) {
   SCOPED_TRACE(scene.title + ": " + disturbance.text + "\n" + outcome.err);
-  const Files files = sandbox.sandbox().files();
+  const Files files = sandbox.directory.files();
   check_status(outcome, disturbance);
-  check_leftovers(scene, sandbox.sandbox(), files, outcome, disturbance);
+  check_leftovers(scene, sandbox.directory, files, outcome, disturbance);
   bool one_failed = false;
   for (std::size_t i = 0; i < scene.photos.size(); ++i) {
     const Photo& photo = scene.photos[i];

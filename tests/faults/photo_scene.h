@@ -34,6 +34,9 @@ struct Scene {
   [[nodiscard]] Words arguments() const;
 };
 
+/// A JPEG file with this artist, as the writer lays it out.
+Bytes photo_by(const std::string& artist);
+
 /// For the names of test cases.
 inline void PrintTo(const Scene& scene, std::ostream* out) { *out << scene.title; }
 
@@ -45,13 +48,9 @@ bool all_scenes_wanted();
 const std::vector<Scene>& scenes();
 
 /// A fresh directory, in memory where there is such a file system, with the photographs in it.
-class SceneSandbox {
- public:
+struct SceneSandbox {
   explicit SceneSandbox(const Scene& scene);
-  [[nodiscard]] const Sandbox& sandbox() const { return sandbox_; }
-
- private:
-  Sandbox sandbox_;
+  Sandbox directory;
 };
 
 /// Makes the sandboxes of this process stand in memory where there is such a file system.

@@ -10,7 +10,6 @@
 #include <thread>
 #include <vector>
 
-#include "common/edit_case.h"
 #include "faults/photo_scene.h"
 #include "faults/traced_run.h"
 
@@ -39,12 +38,12 @@ class Replaced : public testing::TestWithParam<Scene> {
     bool name_was_taken = false;
     bool replaced = false;
     const auto outcome =
-        run_traced(sandbox.sandbox(), scene().arguments(), [&](const SystemCall& call) -> Meddling {
+        run_traced(sandbox.directory, scene().arguments(), [&](const SystemCall& call) -> Meddling {
           const std::string_view name = call.row->name;
           if (call.index == index) {
-            sandbox.sandbox().add("new", other.before);
-            replaced = ::rename(sandbox.sandbox().path("new").c_str(),
-                                sandbox.sandbox().path(photo.path).c_str()) == 0;
+            sandbox.directory.add("new", other.before);
+            replaced = ::rename(sandbox.directory.path("new").c_str(),
+                                sandbox.directory.path(photo.path).c_str()) == 0;
           } else if (!replaced && name.starts_with("rename")) {
             name_was_taken |= call.path.starts_with("orvale_");
           }
@@ -69,13 +68,13 @@ class Replaced : public testing::TestWithParam<Scene> {
     const Photo& other = scene().photos[1];
     EXPECT_EQ(outcome.status, 0);
     bool others_bytes = false;
-    for (const auto& [path, content] : sandbox.sandbox().files()) {
+    for (const auto& [path, content] : sandbox.directory.files()) {
       EXPECT_EQ(path.find("orvale_"), std::string::npos) << path << " was left behind";
       if (path.starts_with("a/")) {
         others_bytes |= content == other.before;
       }
     }
-    const Bytes now = sandbox.sandbox().content(photo.path);
+    const Bytes now = sandbox.directory.content(photo.path);
     if (now == other.before) {
       EXPECT_TRUE(name_was_taken || outcome.err.find(photo.name()) != std::string::npos)
           << "no message says that the file was not edited";
@@ -109,10 +108,6 @@ INSTANTIATE_TEST_SUITE_P(Scenes, Replaced, testing::ValuesIn(file_scenes()),
 constexpr std::size_t process_count = 8;
 const Words photo_names = {"one.jpg", "two.jpg", "three.jpg"};
 
-Bytes photo_by(const std::string& artist) {
-  return jpeg({app0_jfif(), written_exif(true, camera_of(artist)), picture()});
-}
-
 /// The photograph as it is at first, and as each of the processes makes it.
 std::vector<Bytes> versions() {
   std::vector<Bytes> all = {photo_by("nobody")};
@@ -132,14 +127,9 @@ void run_together(const Sandbox& sandbox, const std::vector<Bytes>& all, bool wa
   std::vector<std::jthread> processes;
   for (std::size_t i = 0; i < process_count; ++i) {
     processes.emplace_back([&sandbox, &running, i, walk] {
-      Words arguments = {"-a", "artist=" + std::to_string(i)};
-      if (walk) {
-        arguments.insert(arguments.begin(), "-b");
-        arguments.emplace_back(".");
-      } else {
-        arguments.insert(arguments.end(), photo_names.begin(), photo_names.end());
-      }
-      EXPECT_EQ(sandbox.run(arguments).status, 0);
+      Words arguments = walk ? Words{"-b", "."} : photo_names;
+      arguments.insert(arguments.begin(), {"-a", "artist=" + std::to_string(i)});
+      EXPECT_EQ(run(sandbox, arguments).status, 0);
       --running;
     });
   }

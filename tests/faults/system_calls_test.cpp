@@ -6,7 +6,6 @@
 #include <signal.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -33,7 +32,7 @@ class SystemCalls : public testing::TestWithParam<Scene> {
       return missing_link(call);
     };
     const auto outcome =
-        run_traced(sandbox.sandbox(), scene().arguments(), record, scene().environment);
+        run_traced(sandbox.directory, scene().arguments(), record, scene().environment);
     ASSERT_TRUE(outcome.has_value());
     check_scene(scene(), sandbox, *outcome, {.text = "undisturbed", .must_succeed = true});
     ASSERT_FALSE(HasFailure()) << "The edit itself does not work.";
@@ -90,7 +89,7 @@ class SystemCalls : public testing::TestWithParam<Scene> {
                Disturbance disturbance) {
     const SceneSandbox sandbox(scene());
     const auto outcome = run_traced(
-        sandbox.sandbox(), scene().arguments(),
+        sandbox.directory, scene().arguments(),
         [&](const SystemCall& now) -> Meddling {
           const bool is_kind = now.row == call.row && now.prints() == call.prints();
           if (is_kind && (now.index == call.index || (from_then_on && now.index > call.index))) {
@@ -119,10 +118,7 @@ class SystemCalls : public testing::TestWithParam<Scene> {
   void fail_each(bool from_then_on) {
     for (const SystemCall& call : calls_) {
       for (const int error : call.row->errors) {
-        if (error == 0) {
-          break;
-        }
-        if (error == EINTR && from_then_on) {  // no signal comes at every call
+        if (error == 0 || (error == EINTR && from_then_on)) {  // no signal comes at every call
           continue;
         }
         disturb(call, {.deed = Meddling::Deed::fail, .number = error}, from_then_on,

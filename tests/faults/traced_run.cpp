@@ -1,8 +1,6 @@
 #include "faults/traced_run.h"
 
-#include <fcntl.h>
 #include <signal.h>
-#include <sys/mman.h>
 #include <sys/personality.h>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
@@ -13,7 +11,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 
 namespace tagmend::test {
 namespace {
@@ -129,33 +126,15 @@ bool meddle(pid_t process, const SystemCall& call, const Meddling& meddling,
   return true;
 }
 
-/// The streams of a run, each a file in memory.
-struct Streams {
-  int in = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-  int out = ::memfd_create("out", MFD_CLOEXEC);
-  int err = ::memfd_create("err", MFD_CLOEXEC);
-};
-
-[[noreturn]] void become_program(const Sandbox& sandbox, const Streams& streams,
-                                 const std::vector<char*>& arguments,
-                                 const std::vector<char*>& environment) {
-  ::umask(022);
-  ::dup2(streams.in, 0);
-  ::dup2(streams.out, 1);
-  ::dup2(streams.err, 2);
-  // An endless loop ends the run; fixed addresses make it ask for memory at the same calls each
-  // time.
+/// An endless loop ends the run; fixed addresses make it ask for memory at the same calls each
+/// time.
+void before_traced_run() {
   const rlimit limit = {5, 5};
   ::setrlimit(RLIMIT_CPU, &limit);
   ::personality(ADDR_NO_RANDOMIZE);
-  if (::chdir(sandbox.path("").c_str()) != 0) {
-    ::_exit(126);
-  }
   if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
     ::_exit(not_traceable);
   }
-  ::execve(TAGMEND_PROGRAM, arguments.data(), environment.data());
-  ::_exit(127);
 }
 
 /// Watches the calls of a process that has just been stopped at its start.
@@ -286,31 +265,12 @@ std::string SystemCall::text() const {
 
 std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments,
                                   const Meddler& meddler, const Words& environment) {
-  Words words = {"tagmend"};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  RunSettings settings;
-  settings.environment = environment;
-  Words all_environment = run_details::environment_for(settings);
-  const std::vector<char*> argument_list = run_details::pointers(words);
-  const std::vector<char*> environment_list = run_details::pointers(all_environment);
-  const Streams streams;
-  Outcome outcome;
-  outcome.pid = ::fork();
-  if (outcome.pid == 0) {
-    become_program(sandbox, streams, argument_list, environment_list);
-  }
-  std::optional<int> status;
-  if (outcome.pid > 0) {
-    status = trace(outcome.pid, meddler);
-  }
-  ::close(streams.in);
-  outcome.out = run_details::drained(streams.out);
-  outcome.err = run_details::drained(streams.err);
-  if (!status) {
-    return {};
-  }
-  outcome.status = WIFEXITED(*status) ? WEXITSTATUS(*status) : -WTERMSIG(*status);
-  return outcome;
+  const Started started =
+      start(sandbox, arguments,
+            {.environment = environment, .before_exec = before_traced_run, .without_prefix = true});
+  const std::optional<int> status = trace(started.pid, meddler);
+  const Outcome outcome = finish(started, status.value_or(0));
+  return status ? std::optional(outcome) : std::nullopt;
 }
 
 std::string tracing_obstacle() {

@@ -50,7 +50,7 @@ struct Meddling {
 
 using Meddler = std::function<Meddling(const SystemCall&)>;
 
-/// Runs the program in the sandbox, like Sandbox::run, and asks `meddler` about every call that can
+/// Runs the program in the sandbox, like `run`, and asks `meddler` about every call that can
 /// fail, from the first one that looks at the start directory or at a file named by it on. Nothing
 /// where tracing is not possible.
 std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments,

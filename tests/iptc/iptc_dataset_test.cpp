@@ -7,31 +7,6 @@ namespace {
 
 const IptcDatasetDef& row(int index) { return iptc_datasets[static_cast<std::size_t>(index)]; }
 
-// The other columns stand in the field reference, which is compared with the table.
-TEST(IptcDataset, NumbersAreThoseOfTheStandard) {
-  const struct {
-    int index;
-    const char* nickname;
-    std::uint16_t resource, record, dataset;
-  } rows[] = {
-      {0, "Unknown", 0, 0, 0},
-      {1, "ip1-version", 1028, 1, 0},
-      {10, "ip1-time-sent", 1028, 1, 80},
-      {36, "ip-ref-date", 1028, 2, 47},
-      {86, "ip3-pix-size-perp", 1028, 3, 50},
-      {90, "ip3-color-seq", 1028, 3, 65},
-      {103, "ip7-obj-size", 1028, 7, 90},
-      {106, "ip-exif", 1058, 0, 255},
-  };
-  for (const auto& expected : rows) {
-    const IptcDatasetDef& def = row(expected.index);
-    EXPECT_STREQ(def.nickname, expected.nickname);
-    EXPECT_EQ(def.resource, expected.resource) << def.nickname;
-    EXPECT_EQ(def.record, expected.record) << def.nickname;
-    EXPECT_EQ(def.dataset, expected.dataset) << def.nickname;
-  }
-}
-
 TEST(IptcDataset, FindsByNickname) {
   const int ip_date = 38;
   const struct {

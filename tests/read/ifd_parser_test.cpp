@@ -108,12 +108,7 @@ TEST(IfdParser, StoredTypesThatStandForTheDefinedOne) {
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.name);
-    std::vector<RawEntry> exif;
-    const std::uint32_t misfits[] = {0x829A, 0x829D, 0x9004, 0x9201, 0x9202,
-                                     0x9203, 0x9205, 0x9206, 0x920A, 0xA20E};
-    for (const std::uint32_t tag : misfits) {
-      exif.push_back({tag, 3, 1, 0});
-    }
+    std::vector<RawEntry> exif(10, {0x829A, 3, 1, 0});
     exif.push_back(test.entry);
     exif.push_back({0xE0FF, 2, 2, 0x41000000});
     Bytes tiff = raw_tiff({{0x8769, 4, 1, 100}});

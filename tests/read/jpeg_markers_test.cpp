@@ -74,31 +74,26 @@ TEST(JpegMarkers, FlashpixSegmentsAreSummedAndTheirSoundIsFound) {
   no_class[27] = 0;
   const struct {
     const char* name;
-    std::vector<Bytes> segments;
+    Bytes segments;
     std::uint32_t fpxr_len, audio_pos, audio_len;
   } cases[] = {
       {"three of lengths 100, 200 and 300",
-       {flashpix(2, 1, Bytes(85)), flashpix(2, 2, Bytes(185)), flashpix(2, 3, Bytes(285))},
-       604,
-       0,
-       0},
-      {"another type counts", {flashpix(1, 0, wave())}, 47, 0, 0},
-      {"sound", {sound}, 75, 2 + 4 + 13 + 28, 32},
-      {"sound behind another stream", {flashpix(2, 5, Bytes(85)), sound}, 100 + 77, 149, 32},
-      {"a later chunk is no sound", {flashpix(2, 1, joined({stream_header(), wave()}))}, 75, 0, 0},
-      {"no stream header", {flashpix(2, 0, joined({no_class, wave()}))}, 75, 0, 0},
-      {"not a sound", {flashpix(2, 0, joined({stream_header(), Bytes(32)}))}, 75, 0, 0},
-      {"header only", {flashpix(2, 0, {})}, 15, 0, 0},
-      {"not Flashpix", {app2_icc()}, 0, 0, 0},
-      {"too short", {segment(0xE2, bytes_of("FPXR"))}, 0, 0, 0},
+       joined({flashpix(2, 1, Bytes(85)), flashpix(2, 2, Bytes(185)), flashpix(2, 3, Bytes(285))}),
+       604, 0, 0},
+      {"another type counts", flashpix(1, 0, wave()), 47, 0, 0},
+      {"sound", sound, 75, 2 + 4 + 13 + 28, 32},
+      {"sound behind another stream", joined({flashpix(2, 5, Bytes(85)), sound}), 100 + 77, 149,
+       32},
+      {"a later chunk is no sound", flashpix(2, 1, joined({stream_header(), wave()})), 75, 0, 0},
+      {"no stream header", flashpix(2, 0, joined({no_class, wave()})), 75, 0, 0},
+      {"not a sound", flashpix(2, 0, joined({stream_header(), Bytes(32)})), 75, 0, 0},
+      {"header only", flashpix(2, 0, {}), 15, 0, 0},
+      {"not Flashpix", app2_icc(), 0, 0, 0},
+      {"too short", segment(0xE2, bytes_of("FPXR")), 0, 0, 0},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.name);
-    Bytes all;
-    for (const Bytes& part : test.segments) {
-      all = joined({all, part});
-    }
-    const Reading reading = read_image(jpeg({all}));
+    const Reading reading = read_image(jpeg({test.segments}));
     const JpegSegments& found = reading.image->segments;
     EXPECT_EQ(found.fpxr_pos, test.fpxr_len == 0 ? 0U : 4U);
     EXPECT_EQ(found.fpxr_len, test.fpxr_len);
@@ -118,19 +113,14 @@ TEST(JpegMarkers, MarkerAndPlaceAreTold) {
   } cases[] = {{{0xFF, 0xE1, 0}, ErrorCode::ok, 0xFFE1, 0},
                {{0xFF, 0xFF, 0xE1}, ErrorCode::ok, 0xFFE1, 1},
                {{0x12, 0x34}, ErrorCode::ok, 0x1234, 0},
-               {{0xFF}, ErrorCode::end_of_buffer, 0, 0},
                {{0xFF, 0xFF}, ErrorCode::end_of_buffer, 0, 0},
                {Bytes(70'000, 0xFF), ErrorCode::end_of_buffer, 0, 0}};
-  for (const auto& test : cases) {
-    Bytes bytes = test.bytes;
+  for (auto [bytes, result, expected_marker, expected_pos] : cases) {
     const MFileHandle file = memory_file(bytes);
     std::uint16_t marker = 0;
     std::int64_t pos = 0;
-    ASSERT_EQ(read_marker(*file, marker, pos), test.result);
-    if (test.result == ErrorCode::ok) {
-      EXPECT_EQ(marker, test.marker);
-      EXPECT_EQ(pos, test.pos);
-    }
+    EXPECT_EQ(read_marker(*file, marker, pos), result);
+    EXPECT_TRUE(result != ErrorCode::ok || (marker == expected_marker && pos == expected_pos));
   }
 }
 

@@ -38,31 +38,6 @@ TEST(MakerNote, MakeAndModelChooseTheLayout) {
   }
 }
 
-TEST(MakerNote, NotesThatHoldNoIfdAreValues) {
-  const struct {
-    const char* make;
-    Bytes note;
-    const char* errors;
-  } cases[] = {
-      {"Canon", {0, 5, 1, 2, 3, 4, 5, 6}, ""},  // few entries
-      {"Panasonic", {1, 2, 3, 4}, ""},          // in the entry
-      {"NIKON CORPORATION", bytes_of("Nikon\0\3\0\0\0"s),
-       "Warning: Unrecognised Nikon Maker Note format. Maker note will not be interpretted\n"},
-  };
-  for (const auto& [make, note, errors] : cases) {
-    SCOPED_TRACE(make);
-    const Ifd main = ifd_of({text(0x010F, make), text(0x0110, "X"),
-                             pointer(0x8769, {octets(tag_maker_note, kUndefined, note)})});
-    const Reading reading = read_image(jpeg({source_exif(true, {main})}));
-    EXPECT_EQ(reading.result, ErrorCode::ok);
-    EXPECT_EQ(reading.errors, errors);
-    ASSERT_EQ(reading.image->field_count, 3U);
-    EXPECT_EQ(reading.image->fields[2].tag, tag_maker_note);
-    EXPECT_EQ(reading.image->fields[2].count, note.size());
-    EXPECT_FALSE(reading.image->incomplete);
-  }
-}
-
 // A note in front of a later model would be written by another layout than it is read by.
 TEST(MakerNote, ALaterModelDoesNotChangeTheLayoutOfANoteThatWasRead) {
   const Ifd second = ifd_of({text(0x010F, "NIKON CORPORATION"), text(0x0110, "NIKON D70")});

@@ -21,7 +21,6 @@ struct Reading {
   std::unique_ptr<IptcStore> iptc = std::make_unique<IptcStore>();
   MetadataHooks hooks;
   ErrorCode result = ErrorCode::ok;
-  std::string output;  ///< on the standard output
   std::string errors;  ///< on the standard error stream, the file's name as FILE
 
   [[nodiscard]] ReadContext context() const {
@@ -29,23 +28,17 @@ struct Reading {
   }
 };
 
-inline std::string with_file_placeholder(std::string text, const std::string& name) {
-  for (std::size_t at = 0; (at = text.find(name, at)) != std::string::npos;) {
-    text.replace(at, name.size(), "FILE");
-  }
-  return text;
-}
-
 inline Reading read_image(const Bytes& bytes, const MetadataHooks& hooks = {}, bool sort = false) {
   const TemporaryFile file(bytes);
   Reading reading;
   reading.hooks = hooks;
   ReadContext context = reading.context();
-  testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
   reading.result = read_image_file(context, "", file.name.c_str(), {}, sort);
-  reading.output = testing::internal::GetCapturedStdout();
-  reading.errors = with_file_placeholder(testing::internal::GetCapturedStderr(), file.name);
+  reading.errors = testing::internal::GetCapturedStderr();
+  if (const std::size_t at = reading.errors.find(file.name); at != std::string::npos) {
+    reading.errors.replace(at, file.name.size(), "FILE");
+  }
   return reading;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "common/edit_case.h"
 #include "common/image_builder.h"
 #include "common/run_tagmend.h"
 
@@ -61,11 +62,7 @@ constexpr const char* kEraseIgnored =
     "         -e option ignored.\n";
 
 std::string repeated(const std::string& piece, int times) {
-  std::string all;
-  for (int i = 0; i < times; ++i) {
-    all += piece;
-  }
-  return all;
+  return times == 0 ? "" : piece + repeated(piece, times - 1);
 }
 
 Bytes plain_jpeg() { return jpeg({app0_jfif(), picture()}); }
@@ -82,7 +79,7 @@ void check_without_edit(const std::vector<Case>& cases) {
   for (const Case& wanted : cases) {
     SCOPED_TRACE(::testing::PrintToString(wanted.arguments));
     const Sandbox sandbox({{"photo.jpg", plain_jpeg()}});
-    expect_outcome(sandbox.run(wanted.arguments), wanted.status, wanted.out, wanted.err);
+    expect_outcome(run(sandbox, wanted.arguments), wanted.status, wanted.out, wanted.err);
     expect_files(sandbox, {{"photo.jpg", plain_jpeg()}});
   }
 }
@@ -169,15 +166,11 @@ TEST(Messages, ValuesAreCheckedBeforeAnyFileIsTouched) {
       {"exif-ver=0230", "Invalid field value specified"},
       {"flashpix-ver=0100", "Not enough values supplied"},
       {"unknown=[make]", "Editing of this field is not permitted"},
-      {"maker-note=00", "Editing of this field is not permitted"},
-      {"strip-off=1", "Editing of this field is not permitted"},
+      {"cn-macro-mode=macro", "Editing of this field is not permitted"},
       {"gps-latitude=45.5 27 30", "Fractional value not allowed in this value"},
       {"gps-altitude=-3", "Invalid number specified"},
-      {"gps-altitude=214749.5", "Invalid number specified"},
       {"gps-date=2004:5:1", "Text string too short"},
       {"x-res=\"1,2\"", "Too many values supplied"},
-      {"iso-speed=-1", "Invalid number specified"},
-      {"main-width=wide", "Invalid number specified"},
       {"oecf=ABC", "Binary hexadecimal string must contain an even number of characters"},
       {"oecf=ZZ",
        "Binary hexadecimal string contains characters other than '0123456789AaBbCcDdEeFf'"},
@@ -189,7 +182,6 @@ TEST(Messages, ValuesAreCheckedBeforeAnyFileIsTouched) {
       {"ip-exif=00", "Editing of this field is not permitted"},
       {"ip3-color-seq=1", "Formatting of this field not yet supported"},
       {"ip-copyrighted=maybe", "Invalid field value specified"},
-      {"ip-date=10:20", "Date format invalid"},
       {"ip-date=[nonsense]", "Date format invalid"},
       {"ip-version=70000", "Invalid number specified"},
   };
@@ -230,9 +222,6 @@ TEST(Messages, ListSyntax) {
   check_without_edit({
       {{"-a", "make="}, 1, "End of string reached after '='\n" + end_in_value + kNoAction},
       {{"-qa", "make="}, 1, end_in_value + kNoAction},
-      {{"-q", "-c", "'", "-a", "make='open"}, 1, end_in_value + kNoAction},
-      {{"-a", "=5"}, 1, "Unexpected value '5', field ignored\n" + std::string(kNoAction)},
-      {{"-c", "'", "-a", "make=a'b"}, 0, "Unexpected '\"' ignored\n"},
       {{"-a", std::string(60, 'n') + "=1"},
        1,
        "Unknown field '" + std::string(50, 'n') + "' ignored.\n" + kNoAction},
@@ -275,32 +264,35 @@ TEST(Messages, ListsHoldTwoHundredItemsTogether) {
 }
 
 TEST(Messages, OperandsThatAreNotEdited) {
-  const Bytes notes =
-      bytes_of("Nothing but words, more than fifty bytes of them, one after another.");
-  const Bytes eps =
-      bytes_of("%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 10 10\n%%EndComments\nshowpage\n");
-  const Files files = {{"notes.txt", notes}, {"plan.eps", eps}};
-  const Sandbox sandbox(files);
-  expect_outcome(sandbox.run({"-qs", "missing.jpg", "no/photo.jpg", "notes.txt", "plan.eps"}), 0,
-                 "",
-                 "Error: file missing.jpg: can't determine file type: No such file or directory\n"
-                 "Error: file no/photo.jpg: can't determine file type: No such file or directory\n"
-                 "Error: File notes.txt: Editing of this file type not supported\n"
-                 "Error: File plan.eps: Editing of this file type not supported\n");
+  const Files files = {
+      {"empty.jpg", {}},
+      {"notes.txt",
+       bytes_of("Nothing but words, more than fifty bytes of them, one after another.")},
+      {"plan.eps",
+       bytes_of("%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 10 10\n%%EndComments\nshowpage\n")}};
+  expect_untouched(
+      files, {"-qs", "missing.jpg", "no/photo.jpg", "empty.jpg", "notes.txt", "plan.eps"},
+      "Error: file missing.jpg: can't determine file type: No such file or directory\n"
+      "Error: file no/photo.jpg: can't determine file type: No such file or directory\n"
+      "Error: File empty.jpg: Editing of this file type not supported\n"
+      "Error: File notes.txt: Editing of this file type not supported\n"
+      "Error: File plan.eps: Editing of this file type not supported\n");
   const std::string in_a_walk =
       "Error: Can't extract EXIF fields: Editing of this file type not supported\n";
-  expect_outcome(sandbox.run({"-qs", "."}), 0, "", in_a_walk + in_a_walk);
-  expect_files(sandbox, files);
+  expect_untouched(files, {"-qs", "."}, in_a_walk + in_a_walk + in_a_walk);
+  const Files odd = {{"odd.jpg", joined({{0xFF, 0xD8}, noise(47, 1)})}};
+  expect_untouched(odd, {"-a", "artist=x", "odd.jpg"},
+                   "Error: File odd.jpg: File is not a valid JPEG file\n");
+  expect_untouched(odd, {"-a", "artist=x", "."},
+                   "Error: Can't extract EXIF fields: File is not a valid JPEG file\n");
 }
 
 TEST(Messages, DirectoriesThatCannotBeEntered) {
   const Sandbox sandbox({{"closed/photo.jpg", plain_jpeg()}, {"unlisted/photo.jpg", plain_jpeg()}});
   ::chmod(sandbox.path("closed").c_str(), 0);
   ::chmod(sandbox.path("unlisted").c_str(), 0111);
-  RunSettings settings;
-  settings.as_nobody = true;
-  const Outcome outcome = sandbox.run({"-r", "artist", "closed", "unlisted"}, settings);
-  const Outcome walk = sandbox.run({"-ir", "artist", "."}, settings);
+  const Outcome outcome = run(sandbox, {"-r", "artist", "closed", "unlisted"}, {.as_nobody = true});
+  const Outcome walk = run(sandbox, {"-ir", "artist", "."}, {.as_nobody = true});
   ::chmod(sandbox.path("closed").c_str(), 0755);
   ::chmod(sandbox.path("unlisted").c_str(), 0755);
   if (outcome.status == 127) {
@@ -358,7 +350,7 @@ TEST(Messages, EditsThatPartlyFail) {
     const Sandbox sandbox({{"photo.jpg", source}});
     Words arguments = wanted.arguments;
     arguments.emplace_back("photo.jpg");
-    expect_outcome(sandbox.run(arguments), 0, "", wanted.err);
+    expect_outcome(run(sandbox, arguments), 0, "", wanted.err);
     const Files files = sandbox.files();
     EXPECT_EQ(files.size(), wanted.edited ? 2U : 1U);
     EXPECT_EQ(files.at(wanted.edited ? "photo-be.jpg" : "photo.jpg"), source);
@@ -367,13 +359,12 @@ TEST(Messages, EditsThatPartlyFail) {
 
 TEST(Messages, StreamsInProgramOrder) {
   const Sandbox sandbox({{"photo.jpg", plain_jpeg()}, {"walked/photo.jpg", plain_jpeg()}});
-  RunSettings merged;
-  merged.merged = true;
-  EXPECT_EQ(sandbox.run({"-c", "ab", "-e", "x", "-j", "yz"}, merged).out,
+  const RunSettings merged = {.merged = true};
+  EXPECT_EQ(run(sandbox, {"-c", "ab", "-e", "x", "-j", "yz"}, merged).out,
             "Error: Quote character (-c ab) is invalid\n"
             "Error: Invalid erase option '-e x' specified.\n"
             "Error: Separator character (-j yz) is invalid\n");
-  EXPECT_EQ(sandbox.run({"-r", "artist", "walked", "missing.jpg"}, merged).out,
+  EXPECT_EQ(run(sandbox, {"-r", "artist", "walked", "missing.jpg"}, merged).out,
             "Warning: Could not delete field 'artist', field not found\n"
             "photo.jpg: Edit successful.\n"
             "Error: file missing.jpg: can't determine file type: No such file or directory\n");

@@ -32,8 +32,7 @@ std::vector<Edit> edits_of(const Photo& photo) {
        [](Chain& c) {
          set(c[0], text(0x013B, "x"));
          drop(c[0], 0x0132);
-         set(exif(c), text(0x9003, "2010:02:03 04:05:06"));
-         set(exif(c), rationals(0x829A, {125000, 1000000}));
+         set(exif(c), {text(0x9003, "2010:02:03 04:05:06"), rationals(0x829A, {125000, 1000000})});
        }},
   };
   if (photo.gps) {
@@ -47,7 +46,7 @@ std::vector<Edit> edits_of(const Photo& photo) {
 Bytes edited(const std::string& name, const Bytes& file, Words arguments) {
   const Sandbox sandbox({{name, file}});
   arguments.push_back(name);
-  expect_outcome(sandbox.run(arguments), 0, "", "");
+  expect_outcome(run(sandbox, arguments), 0, "", "");
   return sandbox.content(name);
 }
 

@@ -1,7 +1,7 @@
 // The fields that the program shows for a file, one line each.
 #pragma once
 
-#include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,10 +12,9 @@ namespace tagmend::test {
 
 inline Texts lines_of(const std::string& text) {
   Texts lines;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    lines.push_back(text.substr(at, end - at));
-    at = end + 1;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) {
+    lines.push_back(line);
   }
   return lines;
 }
@@ -23,9 +22,7 @@ inline Texts lines_of(const std::string& text) {
 /// The lines that the program shows for a file.
 inline Texts shown(const Bytes& file, const std::string& name) {
   const Sandbox sandbox({{name, file}});
-  RunSettings settings;
-  settings.program = TAGDUMP_PROGRAM;
-  const Outcome outcome = sandbox.run({name}, settings);
+  const Outcome outcome = run(sandbox, {name}, {.program = TAGDUMP_PROGRAM});
   expect_outcome(outcome, 0, outcome.out, "");
   return lines_of(outcome.out);
 }

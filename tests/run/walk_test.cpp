@@ -7,8 +7,8 @@
 
 #include <algorithm>
 #include <string>
-#include <vector>
 
+#include "cli/paths.h"
 #include "common/image_builder.h"
 #include "common/run_tagmend.h"
 #include "run/shown_fields.h"
@@ -36,7 +36,7 @@ constexpr const char* kNotEditable =
 /// The lines of a stream, sorted: a walk meets files in the order of the system.
 Texts sorted_lines(const std::string& text) {
   Texts lines = lines_of(text);
-  std::sort(lines.begin(), lines.end());
+  std::ranges::sort(lines);
   return lines;
 }
 
@@ -46,48 +46,49 @@ TEST(Walk, NamesAndDirectoriesAreThoseOfTheOperand) {
     Words operands;
     const char* edited;
     const char* description;
-    const char* out;
+    const char* out = "";
   } const cases[] = {
-      {{"a.jpg"}, "a.jpg", "a.jpg|", ""},
-      {{"./a.jpg"}, "a.jpg", "./a.jpg|.", ""},
-      {{"one/two/b.jpg"}, "one/two/b.jpg", "one/two/b.jpg|one/two", ""},
+      {{"a.jpg"}, "a.jpg", "a.jpg|"},
+      {{"./a.jpg"}, "a.jpg", "./a.jpg|."},
+      {{"one/two/b.jpg"}, "one/two/b.jpg", "one/two/b.jpg|one/two"},
+      {{"one//two//b.jpg"}, "one/two/b.jpg", "one//two//b.jpg|one//two/"},
       {{"one/two"}, "one/two/b.jpg", "one/two/b.jpg|one/two", "b.jpg: Edit successful.\n"},
       {{"-i", "one"}, "one/two/b.jpg", "one/two/b.jpg|one/two", "b.jpg: Edit successful.\n"},
       {{"."}, "a.jpg", "./a.jpg|.", "a.jpg: Edit successful.\n"},
       {{"one/.."}, "a.jpg", "one/../a.jpg|one/..", "a.jpg: Edit successful.\n"},
-      {{"one"}, nullptr, "", ""},
+      {{"one"}, nullptr, ""},
   };
   for (const auto& wanted : cases) {
     SCOPED_TRACE(::testing::PrintToString(wanted.operands));
-    const Sandbox sandbox({{"a.jpg", photo()}, {"one/two/b.jpg", photo()}});
+    Files files = {{"a.jpg", photo()}, {"one/two/b.jpg", photo()}};
+    const Sandbox sandbox(files);
     Words arguments = {"-b", "-a", "description=[file-name-full]|[file-dir]"};
     arguments.insert(arguments.end(), wanted.operands.begin(), wanted.operands.end());
-    expect_outcome(sandbox.run(arguments), 0, wanted.out, "");
-    Files expected = {{"a.jpg", photo()}, {"one/two/b.jpg", photo()}};
+    expect_outcome(run(sandbox, arguments), 0, wanted.out, "");
     if (wanted.edited != nullptr) {
-      expected[wanted.edited] = photo(wanted.description);
+      files[wanted.edited] = photo(wanted.description);
     }
-    expect_files(sandbox, expected);
+    expect_files(sandbox, files);
   }
 }
 
+TEST(Walk, AFileOfTheRootHasItsDirectory) { EXPECT_EQ(split_path("/photo.jpg").directory, "/"); }
+
 TEST(Walk, EveryImageOfADirectoryOnce) {
   Files files = {{"d/notes.txt", notes()}, {"d/sub/s.jpg", photo()}, {"after.jpg", photo()}};
-  Files edited = {{"d/notes.txt", notes()},
-                  {"d/sub/s.jpg", photo()},
-                  {"after.jpg", photo("x")},
-                  {"after-be.jpg", photo()}};
+  Files edited = files;
+  edited["after.jpg"] = photo("x");
+  edited["after-be.jpg"] = photo();
   Texts successes;
   for (int i = 0; i < 40; ++i) {
     const std::string name = "photo" + std::to_string(i);
-    files["d/" + name + ".jpg"] = photo();
+    files["d/" + name + ".jpg"] = edited["d/" + name + "-be.jpg"] = photo();
     edited["d/" + name + ".jpg"] = photo("x");
-    edited["d/" + name + "-be.jpg"] = photo();
     successes.push_back(name + ".jpg: Edit successful.");
   }
-  std::sort(successes.begin(), successes.end());
+  std::ranges::sort(successes);
   const Sandbox sandbox(files);
-  const Outcome flat = sandbox.run({"-q", "-a", "description=x", "d", "after.jpg"});
+  const Outcome flat = run(sandbox, {"-q", "-a", "description=x", "d", "after.jpg"});
   EXPECT_EQ(flat.status, 0);
   EXPECT_EQ(sorted_lines(flat.out), successes);
   EXPECT_EQ(flat.err, std::string(kNotEditable) + "\n");
@@ -95,9 +96,9 @@ TEST(Walk, EveryImageOfADirectoryOnce) {
 
   // With -i also the subdirectory, to which the walk comes back once.
   const Sandbox deep(files);
-  const Outcome nested = deep.run({"-i", "-a", "description=x", "d", "after.jpg"});
+  const Outcome nested = run(deep, {"-i", "-a", "description=x", "d", "after.jpg"});
   successes.emplace_back("s.jpg: Edit successful.");
-  std::sort(successes.begin(), successes.end());
+  std::ranges::sort(successes);
   EXPECT_EQ(sorted_lines(nested.out), successes);
   edited["d/sub/s.jpg"] = photo("x");
   edited["d/sub/s-be.jpg"] = photo();
@@ -125,7 +126,7 @@ TEST(Walk, SymbolicLinksAreFollowedButNotForever) {
     ASSERT_EQ(::symlink(target.c_str(), sandbox.path(name).c_str()), 0);
     expected[name] = bytes_of("-> " + target);
   }
-  const Outcome outcome = sandbox.run({"-i", "-q", "-a", "description=x", "top"});
+  const Outcome outcome = run(sandbox, {"-i", "-q", "-a", "description=x", "top"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(sorted_lines(outcome.out),
             (Texts{"a.jpg: Edit successful.", "b.jpg: Edit successful."}));
@@ -153,7 +154,7 @@ TEST(Walk, DepthIsNotBoundedByOpenFilesOrPathLength) {
   ASSERT_EQ(::write(file, notes().data(), 60), 60);
   ::close(file);
   ::close(directory);
-  expect_outcome(sandbox.run({"-i", "-s", "top"}), 0, "", std::string(kNotEditable) + "\n");
+  expect_outcome(run(sandbox, {"-i", "-s", "top"}), 0, "", std::string(kNotEditable) + "\n");
 }
 
 TEST(Walk, DeepPathsAndLongStartDirectories) {
@@ -163,25 +164,19 @@ TEST(Walk, DeepPathsAndLongStartDirectories) {
   }
   const Files files = {{deep + "photo.jpg", photo()}};
   const Files edited = {{deep + "photo.jpg", photo("x")}};
-  const Words options = {"-b", "-i", "-a", "description=x"};
-  const auto with = [&options](const Words& operands) {
-    Words all = options;
-    all.insert(all.end(), operands.begin(), operands.end());
-    return all;
-  };
   const Sandbox walked(files);
-  expect_outcome(walked.run(with({"."})), 0, "photo.jpg: Edit successful.\n", "");
+  expect_outcome(run(walked, {"-b", "-i", "-a", "description=x", "."}), 0,
+                 "photo.jpg: Edit successful.\n", "");
   expect_files(walked, edited);
   const Sandbox named(files);
   const std::string full_name = deep + "photo.jpg";
-  expect_outcome(named.run({"-b", "-a", "description=[file-name-full]", full_name}), 0, "", "");
+  expect_outcome(run(named, {"-b", "-a", "description=[file-name-full]", full_name}), 0, "", "");
   expect_files(named, {{full_name, photo(full_name.substr(0, 255))}});
   // From a start directory of over a thousand characters, into another and back.
   const Sandbox started(files);
-  RunSettings settings;
-  settings.directory = deep;
-  expect_outcome(started.run(with({"/proc/self/missing", "..", "photo.jpg"}), settings), 0,
-                 "photo.jpg: Edit successful.\n",
+  expect_outcome(run(started, {"-bia", "description=x", "/proc/self/missing", "..", "photo.jpg"},
+                     {.directory = deep}),
+                 0, "photo.jpg: Edit successful.\n",
                  "Error: file /proc/self/missing: can't determine file type: No such file or "
                  "directory\n");
   expect_files(started, edited);
@@ -193,18 +188,17 @@ TEST(Walk, TheListOfCreatedFilesHoldsAThousandNames) {
     files["d/" + std::to_string(i) + ".jpg"] = photo();
   }
   const Sandbox sandbox(files);
-  const Outcome outcome = sandbox.run({"-a", "description=x", "d"});
+  const Outcome outcome = run(sandbox, {"-a", "description=x", "d"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "Error: Max number of temp files created (1000) - exiting\n");
   EXPECT_EQ(sorted_lines(outcome.out).size(), 500U);
   const Files found = sandbox.files();
   EXPECT_EQ(found.size(), 1001U);
-  EXPECT_EQ(std::count_if(found.begin(), found.end(),
-                          [](const auto& file) { return file.second == photo("x"); }),
-            500);
-  EXPECT_EQ(std::count_if(found.begin(), found.end(),
-                          [](const auto& file) { return file.second == photo(); }),
-            501);
+  const auto count_of = [&found](const Bytes& content) {
+    return std::ranges::count(found, content, &Files::value_type::second);
+  };
+  EXPECT_EQ(count_of(photo("x")), 500);
+  EXPECT_EQ(count_of(photo()), 501);
 }
 
 }  // namespace

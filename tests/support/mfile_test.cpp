@@ -138,9 +138,8 @@ TEST_F(DiskFiles, SeekAnywhereButBeforeTheStart) {
   EXPECT_EQ(mfseek(*file, 0, static_cast<Whence>(9)), -1);
   EXPECT_EQ(mftell(*file), 110);
   EXPECT_EQ(mfseek(*file, -111, Whence::position), -1);
-  EXPECT_EQ(mfseek(*file, -10, Whence::position), 0);
+  EXPECT_EQ(mfseek(*file, -20, Whence::position), 0);
   std::array<std::uint8_t, 12> items;
-  EXPECT_EQ(mfseek(*file, 90, Whence::start), 0);
   EXPECT_EQ(mfread(items.data(), 4, 3, *file), 2U);
   EXPECT_EQ(mftell(*file), 100);
 }
@@ -260,20 +259,10 @@ TEST_F(DiskFiles, APipeIsReadOn) {
   close(ends[0]);
 }
 
-TEST_F(DiskFiles, TheStandardInputIsReadOnByEveryHandle) {
-  here_.add("input", bytes_of("first,second"));
-  const int saved = dup(STDIN_FILENO);
-  const int input = open("input", O_RDONLY | O_CLOEXEC);
-  dup2(input, STDIN_FILENO);
-  close(input);
-  EXPECT_EQ(read_bytes(*mfopen_stdin(), 6), bytes_of("first,"));
+TEST_F(DiskFiles, TheStandardInputIsNeverClosed) {
+  const int flags = fcntl(STDIN_FILENO, F_GETFD);
   EXPECT_EQ(mfclose(mfopen_stdin()), 0);
-  EXPECT_EQ(read_bytes(*mfopen_stdin(), 100), bytes_of("second"));
-  EXPECT_NE(fcntl(STDIN_FILENO, F_GETFD), -1) << "never closed";
-  if (saved >= 0) {
-    dup2(saved, STDIN_FILENO);
-    close(saved);
-  }
+  EXPECT_EQ(fcntl(STDIN_FILENO, F_GETFD), flags);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What the manual and the field reference must name.
+// What the manual, the completions and the field reference must name.
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -12,15 +12,15 @@
 namespace tagmend {
 namespace {
 
-std::string document(const std::string& name) {
-  std::ifstream file(std::string(TAGMEND_DOCS "/") + name);
+std::string document(const std::string& path) {
+  std::ifstream file(path);
   std::ostringstream text;
   text << file.rdbuf();
   return text.str();
 }
 
 TEST(Manual, DescribesEveryOption) {
-  const std::string manual = document("tagmend.1");
+  const std::string manual = document(TAGMEND_DOCS "/tagmend.1");
   for (const OptionRow& row : option_rows) {
     const std::string paragraph = row.takes_argument
                                       ? std::string("\n.TP\n.BI \\-") + row.letter + " \" "
@@ -29,8 +29,22 @@ TEST(Manual, DescribesEveryOption) {
   }
 }
 
+TEST(Completions, NameEveryOption) {
+  const std::string bash = document(TAGMEND_COMPLETIONS "/bash/tagmend");
+  const std::string zsh = document(TAGMEND_COMPLETIONS "/zsh/_tagmend");
+  const std::string fish = document(TAGMEND_COMPLETIONS "/fish/tagmend.fish");
+  const std::string bash_options = bash.substr(bash.find("_tagmend_options='")).substr(17, 80);
+  for (const OptionRow& row : option_rows) {
+    const std::string letter(1, row.letter);
+    EXPECT_NE(bash_options.find("-" + letter), std::string::npos) << letter;
+    EXPECT_NE(zsh.find("\n'-" + letter + "["), std::string::npos) << letter;
+    EXPECT_NE(fish.find("\ncomplete -c tagmend -s " + letter + " -d "), std::string::npos)
+        << letter;
+  }
+}
+
 TEST(FieldReference, NamesEveryFieldAndDataset) {
-  const std::string reference = document("fields.md");
+  const std::string reference = document(TAGMEND_DOCS "/fields.md");
   const auto expect_row = [&reference](const char* nickname, const char* description) {
     std::string row = std::string("\n| `") + nickname + "` | " + description;
     row.erase(row.find_last_not_of(' ') + 1);
