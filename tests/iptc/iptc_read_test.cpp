@@ -99,6 +99,8 @@ TEST_F(IptcReadTest, PassesOverWhatItDoesNotUnderstand) {
       {"a size beyond 16 bits, of which the low half counts",
        photoshop({joined({bytes_of("8BIM"), big16(1000), {0, 0}, big32(0x10002), bytes_of("ab")})}),
        ErrorCode::ok, "1000 0:0 Unknown [Opaque data] 26+2 \n", ""},
+      {"a flag longer than it is kept", photoshop({resource(1034, "", {0, 1, 2, 3, 4, 5})}),
+       ErrorCode::ok, "1034 0:0 ip-copyrighted [Yes] 26+4 \n", ""},
       {"a block that ends in its number", photoshop({bytes_of("8BIM"), {4}}),
        ErrorCode::iptc_invalid, "", "Error: Attempt to read past end of buffer(505).\n"},
       {"a block that ends behind its number", photoshop({bytes_of("8BIM"), big16(1000)}),
@@ -165,6 +167,26 @@ TEST_F(IptcReadTest, TextsThatDoNotFitThePoolAreLostButNotTheirPlaces) {
   EXPECT_EQ(store_->entries[2].text, "");
   EXPECT_EQ(store_->entries[2].length, 1);
   EXPECT_TRUE(store_->incomplete);
+
+  reset_iptc_store(*store_);
+  const Bytes cut = joined({dataset(2, 25, Bytes(19'990, 'a')), dataset(2, 25, Bytes(9, 'b'))});
+  EXPECT_EQ(read_segment(photoshop({resource(1028, "", cut)})), ErrorCode::ok);
+  EXPECT_EQ(store_->entries[1].text, "bbbbbbbb");
+  EXPECT_TRUE(store_->incomplete);
+}
+
+TEST_F(IptcReadTest, AFieldOfMoreDatasetsThanTheStoreHolds) {
+  Bytes keywords;
+  for (std::size_t i = 0; i < IptcStore::capacity; ++i) {
+    keywords = joined({keywords, dataset(2, 25, "k")});
+  }
+  read_iptc_value(context_, cursor_over(keywords, 1000), keywords.size());
+  EXPECT_FALSE(store_->incomplete);
+  reset_iptc_store(*store_);
+  keywords = joined({keywords, dataset(2, 25, "k")});
+  read_iptc_value(context_, cursor_over(keywords, 1000), keywords.size());
+  EXPECT_EQ(store_->count, IptcStore::capacity);
+  EXPECT_TRUE(store_->incomplete);
 }
 
 // Fields of a TIFF file: the cursor stands on the value, which a longer buffer holds.
@@ -189,6 +211,7 @@ TEST_F(IptcReadTest, DatasetsAreTakenFromTheFieldThatHasThem) {
        false},
       {"a field of another page is not read", {&iptc, &same, &blocks}, oslo + named_opaque, false},
       {"Rome will go", {&iptc, &blocks}, oslo + "\n" + opaque, true},
+      {"Oslo will go", {&blocks, &iptc}, "1028 2:90 ip-city [Rome] 1017+4 \n" + opaque, true},
       {"one field", {&blocks}, "1028 2:90 ip-city [Rome] 1017+4 \n" + opaque, false},
   };
   for (const auto& row : cases) {
