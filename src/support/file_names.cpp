@@ -33,12 +33,6 @@ bool insert_before_extension(std::string_view name, std::size_t dot, std::string
   return name.size() + insertion.size() < result.size();
 }
 
-/// Whether nothing stands under the name; false also when that cannot be found out.
-bool name_is_free(const char* name) {
-  struct stat status {};
-  return lstat(name, &status) != 0 && errno == ENOENT;
-}
-
 }  // namespace
 
 SiblingName make_temp_name() {
@@ -59,6 +53,11 @@ bool numbered_name(std::string_view name, unsigned number, SiblingName& result) 
   const std::size_t dot = name.rfind('.');
   return insert_before_extension(name, dot == 0 ? std::string_view::npos : dot, text.text(),
                                  result);
+}
+
+bool name_is_free(const char* name) {
+  struct stat status {};
+  return lstat(name, &status) != 0 && errno == ENOENT;
 }
 
 int give_free_name(const char* file, SiblingName& wanted,

@@ -23,6 +23,9 @@ SiblingName make_temp_name();
 /// first character; `number` above 99 counts as 99. False when the result does not fit (then cut).
 [[nodiscard]] bool numbered_name(std::string_view name, unsigned number, SiblingName& result);
 
+/// Whether nothing stands under the name; false also when that cannot be found out.
+[[nodiscard]] bool name_is_free(const char* name);
+
 /// Gives a file a name that nothing has yet: `wanted`, or its first free numbered name from 1 to
 /// 99, which `wanted` then holds. `give` is called with (file, candidate) and returns 0 or -1 with
 /// errno: link or rename. An EEXIST of `give` passes on to the next candidate. Returns 0, or -1

@@ -126,6 +126,12 @@ void remove_exchanged(const char* temp) {
   }
 }
 
+void report_kept(const Replacement& files) {
+  print_error("Error: What stood under the name %s is kept as '%s'\n", files.name,
+              files.temp.data());
+  release_temp_file();
+}
+
 // Gives the name back to what came out of an exchange. What then comes out is the new file, unless
 // yet another one is seen to have taken the name meanwhile: that is nobody's to remove.
 void exchange_back(const Replacement& files) {
@@ -138,9 +144,26 @@ void exchange_back(const Replacement& files) {
   const bool is_other =
       files.inode != 0 && lstat(temp, &status) == 0 && status.st_ino != files.inode;
   if (!exchanged || is_other) {
-    print_error("Error: What stood under the name %s is kept as '%s'\n", files.name, temp);
-    release_temp_file();
+    report_kept(files);
   }
+}
+
+// The original goes as soon as its name is sure to lead to the new file; it gets the backup name
+// when it can't go.
+ErrorCode remove_original(Replacement& files, const FileIdentity& identity) {
+  const char* const temp = files.temp.data();
+  if (!is_unchanged(temp, identity)) {
+    exchange_back(files);
+    return refuse_changed(files);
+  }
+  const bool gone = sync_directory(files.directory) && unlink(temp) == 0;
+  files.backup_made = !gone && give_free_name(temp, files.backup, rename_to_free) == 0;
+  if (gone || files.backup_made) {
+    release_temp_file();
+  } else {
+    report_kept(files);
+  }
+  return ErrorCode::ok;
 }
 
 // The backup is a second name of the original, which keeps its own until the new file takes it.
@@ -216,9 +239,13 @@ SiblingName make_backup_name(const char* name) {
 }
 
 // What comes out of an exchange must not be taken for the new file by a signal.
-ErrorCode replace_file(Replacement& files, const FileIdentity& identity) {
+ErrorCode replace_file(Replacement& files, const FileIdentity& identity, bool keep_backup) {
   files.directory = lock_directory();
   const SignalsHeld held;
+  if (!keep_backup && name_is_free(files.backup.data()) && is_unchanged(files.name, identity) &&
+      exchange(files.temp.data(), files.name)) {
+    return remove_original(files, identity);
+  }
   const SiblingName wanted = files.backup;
   if (give_free_name(files.name, files.backup, link) == 0) {
     return replace_linked(files, identity);

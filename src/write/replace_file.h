@@ -23,10 +23,11 @@ struct Replacement {
 /// Keeps the original under the backup name and lets the new file take its name, so that the name
 /// leads to a whole file at every instant: the two change places, and only when what came out is
 /// the file that was read does it go. Where the file system can't exchange names, one rename does
-/// it if there are hard links, else two, between which the name is missing. ok, rename_failed, or
-/// read_failed when the name no longer leads to the file that was read; each after a message, with
-/// the temporary file gone.
-ErrorCode replace_file(Replacement& files, const FileIdentity& identity);
+/// it if there are hard links, else two, between which the name is missing. An original that is not
+/// to be kept goes without a backup name when that is possible. ok, rename_failed, or read_failed
+/// when the name no longer leads to the file that was read; each after a message, with the
+/// temporary file gone.
+ErrorCode replace_file(Replacement& files, const FileIdentity& identity, bool keep_backup);
 
 /// Removes the backup, once the new file's name is on stable storage; keeps it when that can't be
 /// had. Returns whether it is gone.

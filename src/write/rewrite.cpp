@@ -100,9 +100,11 @@ void note_backup(CreatedFileList* created, const SiblingName& backup) {
   }
 }
 
+bool keeps_backup(const RewriteJob& job) { return job.options.keep_backup || job.unread_metadata; }
+
 // What becomes of the backup once the new file has its name.
 void settle_backup(const Replacement& files, CreatedFileList* created, const RewriteJob& job) {
-  if (!job.options.keep_backup && !job.unread_metadata && remove_backup(files)) {
+  if (!files.backup_made || (!keeps_backup(job) && remove_backup(files))) {
     return;
   }
   if (!job.options.keep_backup && job.unread_metadata) {
@@ -124,7 +126,7 @@ ErrorCode rewrite_file(const char* name, MFileHandle source, CreatedFileList* cr
   if (result != ErrorCode::ok) {
     return result;
   }
-  result = replace_file(files, image.identity);
+  result = replace_file(files, image.identity, keeps_backup(job));
   if (result == ErrorCode::ok) {
     settle_backup(files, created, job);
   } else if (files.backup_made) {
