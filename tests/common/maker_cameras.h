@@ -178,7 +178,8 @@ inline Numbers numbers_for(const FieldDef& def, std::uint32_t seed) {
 }
 
 inline std::string text_for(const FieldDef& def, char letter) {
-  return std::string(some(def) - 1, letter);
+  std::string text(some(def) - 1, letter);
+  return text;
 }
 
 /// The type in which a field is stored; SHORT or LONG by turns where both are allowed.

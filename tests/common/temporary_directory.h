@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <string>
 
@@ -44,18 +44,24 @@ class TemporaryDirectory {
     const std::filesystem::path target = path(name);
     std::filesystem::create_directories(target.parent_path());
     if (name.back() != '/') {
-      std::ofstream file(target, std::ios::binary);
-      file.write(reinterpret_cast<const char*>(content.data()),
-                 static_cast<std::streamsize>(content.size()));
-      EXPECT_TRUE(file.flush()) << target;
+      FILE* const file = std::fopen(target.c_str(), "wb");
+      ASSERT_NE(file, nullptr) << target;
+      EXPECT_EQ(std::fwrite(content.data(), 1, content.size(), file), content.size());
+      std::fclose(file);
     }
   }
 
   [[nodiscard]] Bytes content(const std::string& name) const {
-    std::ifstream file(path(name), std::ios::binary | std::ios::ate);
-    Bytes bytes(file ? static_cast<std::size_t>(file.tellg()) : 0);
-    file.seekg(0);
-    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    Bytes bytes;
+    FILE* const file = std::fopen(path(name).c_str(), "rb");
+    if (file == nullptr) {
+      return bytes;
+    }
+    Bytes piece(1U << 16U);
+    while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), file)) {
+      bytes.insert(bytes.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got));
+    }
+    std::fclose(file);
     return bytes;
   }
 

@@ -175,7 +175,7 @@ void check_leftovers(const Scene& scene, const Sandbox& sandbox, const Files& fi
     struct stat status {};
     EXPECT_EQ(::stat(sandbox.path(path).c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777 & ~photo_mode, 0U) << path << " can be read by others";
-    const bool is_known = std::ranges::any_of(scene.photos, [&](const Photo& photo) {
+    const bool is_known = std::ranges::any_of(scene.photos, [&, &path = path](const Photo& photo) {
       return path == photo.path || is_backup_name(photo, path);
     });
     if (is_known || is_told(path, outcome)) {

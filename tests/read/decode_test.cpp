@@ -111,7 +111,10 @@ TEST_F(DecodeTest, UnreadableValuesBecomeMarkers) {
       {{0, 7, 0xFFFFFFFF, hex("01"), MM, "01"}, number},
   };
   for (const auto& [value, messages] : cases) {
-    EXPECT_EQ(errors_of([&] { EXPECT_EQ(shown(value, decode_basic), value.expected); }), messages);
+    const auto show = [&, &value = value] {
+      EXPECT_EQ(shown(value, decode_basic), value.expected);
+    };
+    EXPECT_EQ(errors_of(show), messages);
     EXPECT_EQ(errors_, 1U);
   }
   // The largest count ends after eleven failed reads.

@@ -71,7 +71,7 @@ TEST(FileType, FilesThatCannotBeOpenedAreReported) {
     ReadContext context = reading.context();
     std::uint32_t width = 7;
     std::uint32_t height = 7;
-    const std::string errors = errors_of([&] {
+    const std::string errors = errors_of([&, &name = name] {
       EXPECT_EQ(read_image_file(context, "", name.c_str(), {}, false), ErrorCode::cannot_open_file);
       get_image_size(name.c_str(), width, height);
     });
