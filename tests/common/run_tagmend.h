@@ -131,24 +131,24 @@ inline Started start(const Sandbox& sandbox, const Words& arguments, const RunSe
             static_cast<ssize_t>(settings.input.size()));
   ::lseek(started.in, 0, SEEK_SET);
   started.pid = ::fork();
-  if (started.pid != 0) {
-    return started;
+  if (started.pid == 0) {
+    ::umask(022);
+    ::dup2(started.in, 0);
+    ::dup2(started.out, 1);
+    ::dup2(started.err, 2);
+    if (::chdir(directory.c_str()) != 0) {
+      ::_exit(126);
+    }
+    if (settings.before_exec) {
+      settings.before_exec();
+    }
+    if (settings.as_nobody && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
+      ::_exit(126);
+    }
+    ::execvpe(command.file.c_str(), argument_list.data(), environment_list.data());
+    ::_exit(127);
   }
-  ::umask(022);
-  ::dup2(started.in, 0);
-  ::dup2(started.out, 1);
-  ::dup2(started.err, 2);
-  if (::chdir(directory.c_str()) != 0) {
-    ::_exit(126);
-  }
-  if (settings.before_exec) {
-    settings.before_exec();
-  }
-  if (settings.as_nobody && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
-    ::_exit(126);
-  }
-  ::execvpe(command.file.c_str(), argument_list.data(), environment_list.data());
-  ::_exit(127);
+  return started;
 }
 
 /// The outcome of a program whose end the system described by `status`.
