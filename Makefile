@@ -37,13 +37,13 @@ clang: build-tools test-tools clang-tools
 	cmake --build --preset clang --parallel $(JOBS)
 
 format: format-tools
-	find src tests tools fuzz -name '*.h' -o -name '*.cpp' | xargs clang-format-14 -i
+	find src tests tools fuzz bench -name '*.h' -o -name '*.cpp' | xargs clang-format-14 -i
 
 format-check: format-tools
-	find src tests tools fuzz -name '*.h' -o -name '*.cpp' | xargs clang-format-14 --dry-run --Werror
+	find src tests tools fuzz bench -name '*.h' -o -name '*.cpp' | xargs clang-format-14 --dry-run --Werror
 
 bench: all bench-tools
-	tests/bench/bench.sh build/tagmend
+	bench/bench.py build/tagmend
 
 install: all
 	cmake --install build --prefix "$(PREFIX)"
@@ -87,7 +87,7 @@ cppcheck: cppcheck-tools
 	cppcheck --quiet --error-exitcode=1 --inline-suppr -j $(JOBS) \
 	  --std=c++20 --language=c++ --library=googletest --enable=warning,performance,portability \
 	  -D'TAGMEND_PROGRAM="tagmend"' -D'TAGMEND_SOURCES="src"' -D'TAGMEND_DOCS="docs"' \
-	  -I src -I tests src tools tests fuzz
+	  -I src -I tests src tools tests fuzz bench
 
 # Any error that valgrind finds in a run gives it a status that no test expects. Blocks that something
 # still leads to at the end are no leaks: a run that ends itself early leaves what its stack holds.

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Speed, memory and system calls of one build of tagmend: bench.py [--quick] <tagmend> [directory]
 
-Times are ratios to `cp -r` of the same files in the same run: the median of five pairs of an edit
-and a copy, each on fresh files, on a memory file system where there is one (or in the directory
+Times are ratios to `cp -r` of the same files in the same run: the median of five pairs and more of
+an edit and a copy, each on fresh files, on a memory file system where there is one (or in the directory
 given). Beside the time that passed stands the ratio of processor time, which other work on the
 machine disturbs less. The photographs are made here: JPEGs with EXIF, a thumbnail, a Photoshop
 segment, and scan data up to the size wanted. exiv2 and exiftool do the same work where they are
