@@ -6,6 +6,7 @@
 #include "iptc/apply_iptc_edits.h"
 #include "read/file_type.h"
 #include "read/read_image_file.h"
+#include "support/message.h"
 #include "write/apply_edits.h"
 #include "write/image_data.h"
 #include "write/minimal_exif.h"
@@ -34,7 +35,14 @@ ErrorCode edit_iptc(const char* name, MFILE& source, Session& session) {
   }
   const bool applied =
       apply_iptc_edits(store, session.iptc_edits, options.quote_char, substitution_of(session));
-  return applied ? build_app13(session.app13, store, source, name) : ErrorCode::ok;
+  if (!applied) {
+    return ErrorCode::ok;
+  }
+  if (const ErrorCode code = check_image_length(session.image); code != ErrorCode::ok) {
+    print_error("Error: Can't open image file %s: %s\n", name, error_text(code));
+    return code;
+  }
+  return build_app13(session.app13, store, source, name);
 }
 
 ErrorCode edit_exif(Session& session) {

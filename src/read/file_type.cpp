@@ -101,6 +101,12 @@ void close_image_file(MFileHandle& file, const ImageFile& image) {
   }
 }
 
+ErrorCode check_image_length(const ImageFile& image) {
+  const auto shortest = static_cast<std::int64_t>(identification_length);
+  return image.identity.known && image.identity.size < shortest ? ErrorCode::unknown_file_type
+                                                                : ErrorCode::ok;
+}
+
 FileType detect_file_type(ByteCursor& cursor) {
   const std::span<const std::uint8_t> start = cursor.rest();
   for (const Signature& signature : signatures) {

@@ -21,6 +21,11 @@ void close_image_file(MFileHandle& file, const ImageFile& image);
 /// signature's byte order and skips the signature.
 FileType detect_file_type(ByteCursor& cursor);
 
+/// Whether a file that was opened is long enough to be edited: ok, or unknown_file_type when it has
+/// fewer than 50 bytes, in which no image fits. A length that the system did not tell is none to go
+/// by.
+ErrorCode check_image_length(const ImageFile& image);
+
 /// Opens a file and names its type: ok (the file stands at its start), cannot_open_file,
 /// seek_failed or unknown_file_type (also for files of fewer than 50 bytes).
 ErrorCode open_and_identify(const char* file_name, const char* mode, FileType& type,

@@ -76,11 +76,16 @@ ErrorCode finish_output(const MFILE& input, MFileHandle& output, Replacement& fi
 // The temporary file, complete; on failure it is gone.
 ErrorCode make_new_file(MFileHandle input, CreatedFileList* created, RewriteJob& job,
                         Replacement& files) {
+  ErrorCode result = check_image_length(job.image);
+  if (result != ErrorCode::ok) {
+    print_error("Error openning file %s: %s\n", files.name, error_text(result));
+    return result;
+  }
   if (created != nullptr) {
     created_list_add(*created, files.name);
   }
   MFileHandle output;
-  ErrorCode result = create_output(job.image.file_type, files.temp, output);
+  result = create_output(job.image.file_type, files.temp, output);
   if (result == ErrorCode::ok) {
     result = write_new_file(*input, *output, job);
   }

@@ -280,11 +280,25 @@ TEST(Messages, OperandsThatAreNotEdited) {
   const std::string in_a_walk =
       "Error: Can't extract EXIF fields: Editing of this file type not supported\n";
   expect_untouched(files, {"-qs", "."}, in_a_walk + in_a_walk + in_a_walk);
-  const Files odd = {{"odd.jpg", joined({{0xFF, 0xD8}, noise(47, 1)})}};
+  const Files odd = {{"odd.jpg", joined({{0xFF, 0xD8}, noise(48, 1)})}};
   expect_untouched(odd, {"-a", "artist=x", "odd.jpg"},
                    "Error: File odd.jpg: File is not a valid JPEG file\n");
   expect_untouched(odd, {"-a", "artist=x", "."},
                    "Error: Can't extract EXIF fields: File is not a valid JPEG file\n");
+
+  // No image fits in fewer than 50 bytes, whatever it begins with.
+  const std::string refused =
+      "Error openning file tiny: File is not a recognised image file type\n";
+  for (const Bytes& start :
+       {Bytes{0xFF, 0xD8}, written_tiff(false, {ifd_of({text(0x010F, "Me")})})}) {
+    const Files tiny = {{"tiny", joined({start, Bytes(49 - start.size())})}};
+    expect_untouched(tiny, {"-a", "artist=x", "tiny"},
+                     refused + "Error: File tiny: File is not a recognised image file type\n");
+    expect_untouched(tiny, {"-a", "artist=x", "."}, refused);
+    expect_untouched(tiny, {"-a", "ip-city=x,artist=x", "."},
+                     "Error: Can't open image file tiny: File is not a recognised image file "
+                     "type\n");
+  }
 }
 
 TEST(Messages, DirectoriesThatCannotBeEntered) {
