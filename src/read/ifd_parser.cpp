@@ -215,9 +215,10 @@ void keep_prefix(IfdChain& chain, ByteCursor cursor, std::uint32_t offset, bool 
   }
 }
 
-// Reads a maker note as an IFD. Nothing when it is none, or when it could not be read whole and its
-// bytes survive an edit better than what was understood of them: it is then an ordinary value, and
-// the fields that were read are for display only.
+// Reads a maker note as an IFD. Nothing when it is none, when it holds no field (a note of another
+// form may begin with zeros), or when it could not be read whole and its bytes survive an edit
+// better than what was understood of them: it is then an ordinary value, and the fields that were
+// read are for display only.
 std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& entry,
                                          ReadContext& context) {
   ImageFile& image = context.image;
@@ -236,7 +237,9 @@ std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& ent
   const auto result = enter_nested(chain, entry, cursor, offset, context);
   const bool whole = result == ErrorCode::ok && !image.incomplete;
   image.incomplete |= was_incomplete;
-  if (!whole && (!result || !fits || is_movable(maker)) && is_whole(chain, entry, offset)) {
+  const bool no_field = result == ErrorCode::ok && image.field_count == first_field;
+  const bool better_copied = no_field || (!whole && (!result || !fits || is_movable(maker)));
+  if (better_copied && is_whole(chain, entry, offset)) {
     for (FieldEntry& field : image.table().subspan(first_field)) {
       field.ifd.display_only = true;
     }

@@ -206,14 +206,15 @@ DeletedEntry delete_entry(ImageFile& image, const FieldDef& def) {
   return {};
 }
 
-// A value that could not be encoded must not cost the file the value that it had.
+// A value that could not be encoded must not cost the file the value that it had. The entry just
+// marked stands in front of those of its edit state that earlier edits marked.
 void restore_entry(ImageFile& image, const FieldDef& def, const DeletedEntry& deleted) {
   if (!deleted.found) {
     return;
   }
   for (FieldEntry& entry : image.table()) {
     if (entry.tag != def.tag || entry.kind != def.ifd_kind || !is_deleted(entry) ||
-        entry.ifd.id != deleted.ifd.id) {
+        entry.ifd.id != deleted.ifd.id || entry.edit_state != deleted.edit_state) {
       continue;
     }
     entry.index = deleted.index;

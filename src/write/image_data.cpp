@@ -25,15 +25,22 @@ const FieldEntry* find_in_ifd(const ImageFile& image, const FieldEntry& place, s
 
 // Whether the partner of an offsets or lengths field stands beside it with the same count.
 bool has_partner(const ImageFile& image, const FieldEntry& entry, const ImageDataPair& pair) {
-  if (entry.tag == pair.offsets_tag) {
-    const FieldEntry* lengths = find_in_ifd(image, entry, pair.lengths_tag);
-    return lengths != nullptr && lengths->count == entry.count;
+  if (!pair.holds(entry.tag)) {
+    return true;
   }
-  return true;
+  const bool is_offsets = entry.tag == pair.offsets_tag;
+  const FieldEntry* partner =
+      find_in_ifd(image, entry, is_offsets ? pair.lengths_tag : pair.offsets_tag);
+  return partner != nullptr && partner->count == entry.count;
 }
 
 bool can_be_carried(const ImageFile& image, const FieldEntry& entry) {
-  if (is_immovable(entry.tag) || (locates_image_data(entry.tag) && integer_size(entry) == 0)) {
+  if (is_immovable(entry.tag)) {
+    return false;
+  }
+  // A field that stands twice in an IFD leaves open which of them holds.
+  if (locates_image_data(entry.tag) &&
+      (integer_size(entry) == 0 || find_in_ifd(image, entry, entry.tag) != &entry)) {
     return false;
   }
   for (const ImageDataPair& pair : piece_pairs) {

@@ -123,8 +123,10 @@ InsertPosition new_ifd_position(IfdKind kind, const ImageFile& image) {
                 .big_endian = image.big_endian};
   switch (kind) {
     case IfdKind::thumbnail:
+      // It comes second in the chain: behind all of IFD0, and in front of further IFDs.
       result.seq = 1;
-      result.position = static_cast<int>(live_count(image)) - 1;
+      result.position =
+          static_cast<int>(first_ifd(image.table(), {0, live_count(image)}, result.level).end) - 1;
       return result;
     case IfdKind::gps:
       place_behind_pointer(tag_gps_ifd, image, result);

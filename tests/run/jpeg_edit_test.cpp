@@ -338,6 +338,23 @@ TEST(JpegEdit, IfdsBehindAnEmptyOneKeepTheirPlace) {
   check_chain({"-r", "th-comp,th-x-res,th-if-offset,th-if-count"}, three, second_empty);
   check_chain({"-a", "artist=x"}, second_empty, with_artist(second_empty));
   check_chain({"-a", "artist=x"}, array, with_artist(array));
+  // A new IFD1 takes its place in front of those behind it.
+  Chain second_made = three;
+  second_made[1] = ifd_of({text(0x010F, "new")});
+  Chain second_small = three;
+  second_small[1] = ifd_of({text(0x010F, "old")});
+  check_chain({"-a", "th-make=new"}, second_empty, second_made);
+  check_chain({"-a", "th-make=new"}, second_small, second_made);
+}
+
+// A value that cannot be encoded leaves the one before it, also one of the same run.
+TEST(JpegEdit, AFailedValueLeavesTheOneBefore) {
+  const Chain source = {ifd_of({text(0x010F, "Acme"), shorts(0x0112, {8})})};
+  const Chain edited = {ifd_of({text(0x010F, "Acme"), shorts(0x0112, {3}), text(0x013B, "x")})};
+  check_chain(
+      {"-a", "orient=1,orient=lower-right,orient=[make],artist=x"}, source, edited,
+      "Can't add EXIF field Orientation (start point) (value '[make]'): Invalid field value "
+      "specified\n");
 }
 
 TEST(JpegEdit, NewFieldsNeverSplitAnIfdFromWhatIsNestedBehindIt) {

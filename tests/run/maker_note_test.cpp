@@ -425,7 +425,8 @@ TEST(MakerNote, WhatIsNoNoteOfItsLayoutKeepsItsBytes) {
     if (!camera.prefix.empty() && layout != 5 && layout != 6 && (layout < 29 || layout > 31)) {
       check_value(camera, other_makers);
     }
-    check_value(camera, {1, 2, 3, 4});  // in the entry
+    check_value(camera, {1, 2, 3, 4});                                     // in the entry
+    check_value(camera, joined({bytes_of(camera.prefix), Bytes(40, 0)}));  // without entries
   }
   check_value(cameras()[1], {0, 5, 1, 2, 3, 4, 5, 6});  // of few entries
 }

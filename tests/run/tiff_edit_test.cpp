@@ -123,6 +123,11 @@ TEST(TiffEdit, FieldsAreAddedReplacedAndRemoved) {
   };
   check_tiff({"-a", "exp-time=1/500"}, {page_with_exif(10000), page_with_exif(5000)},
              {page_with_exif(2000), page_with_exif(5000)});
+  // A page whose only field is replaced stays between the others.
+  const auto second_made_by = [&plain](const char* make) {
+    return Chain{plain[0], ifd_of({text(0x010F, make)}), plain[2]};
+  };
+  check_tiff({"-a", "th-make=new"}, second_made_by("old"), second_made_by("new"));
   const Words no_resolution = {"-q", "-r", "x-res,th-x-res"};
   check_tiff(no_resolution, plain, changed([](Chain& c) {
                drop(c[0], 0x011A);
@@ -162,6 +167,14 @@ TEST(TiffEdit, ARefusedFileLeavesTheNextOneEditable) {
   expect_files(sandbox, files);
 }
 
+TEST(TiffEdit, OneHalfOfWhatLocatesAnImageIsNotRemoved) {
+  const Files files = {{"photo.tif", scattered_tiff(true, {page(1, 2, kLong, kLong)})}};
+  for (const char* const name : {"strip-off", "strip-cnt", "strip-*"}) {
+    expect_untouched(files, {"-b", "-r", name, "photo.tif"},
+                     "Error: File photo.tif: Editing of this file type not supported\n");
+  }
+}
+
 TEST(TiffEdit, PagesThatCannotBeWrittenAgainAreRefused) {
   const auto with = [](Entry entry) {
     Ifd ifd = page(1, 2, kLong, kLong);
@@ -170,6 +183,15 @@ TEST(TiffEdit, PagesThatCannotBeWrittenAgainAreRefused) {
   };
   Chain no_counts = {page(1, 2, kLong, kLong)};
   drop(no_counts[0], 0x0117);
+  Chain no_offsets = {page(1, 1, kLong, kLong)};
+  no_offsets[0].images.clear();
+  drop(no_offsets[0], 0x0111);
+  *find(no_offsets[0], 0x0117) = longs(0x0117, {8});
+  Chain twice = {page(1, 1, kLong, kLong)};
+  twice[0].images.clear();
+  *find(twice[0], 0x0111) = longs(0x0111, {64});
+  twice[0].entries.insert(twice[0].entries.begin(), longs(0x0111, {72}));
+  *find(twice[0], 0x0117) = longs(0x0117, {8});
   Chain unknown_type = {page(1, 1, kLong, kLong)};
   unknown_type[0].images.clear();
   *find(unknown_type[0], 0x0111) = shorts(0x0111, {64});
@@ -192,6 +214,8 @@ TEST(TiffEdit, PagesThatCannotBeWrittenAgainAreRefused) {
                            with(longs(0x0209, {8})),
                            with(longs(0x0120, {8})),
                            no_counts,
+                           no_offsets,
+                           twice,
                            unknown_type,
                            three_counts,
                            second_page,
