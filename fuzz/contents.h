@@ -25,15 +25,13 @@ struct Contents {
 
 /// Whether the session's edits set or remove what has this tag, or this record and dataset.
 inline bool is_edited(const Session& session, const FieldEntry& entry) {
-  const EditList& edits = session.exif_edits;
-  return std::any_of(
-      edits.entries.begin(), edits.entries.begin() + edits.count,
-      [&entry](const EditEntry& edit) { return field_table_defs[edit.field].tag == entry.tag; });
+  return std::ranges::any_of(session.exif_edits.list(), [&entry](const EditEntry& edit) {
+    return field_table_defs[edit.field].tag == entry.tag;
+  });
 }
 inline bool is_edited(const Session& session, const IptcEntry& entry) {
-  const EditList& edits = session.iptc_edits;
-  return std::any_of(edits.entries.begin(), edits.entries.begin() + edits.count,
-                     [&entry](const EditEntry& edit) { return edit.field == entry.row; });
+  return std::ranges::any_of(session.iptc_edits.list(),
+                             [&entry](const EditEntry& edit) { return edit.field == entry.row; });
 }
 
 /// Where image data lies: a rewrite moves it. A thumbnail's length of a type that holds no number

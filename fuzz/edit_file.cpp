@@ -1,7 +1,5 @@
 // A whole file, read, edited, rewritten and read again. The last byte of an input chooses the edit;
 // what stands before it is the file.
-#include "cli/edit_file.h"
-
 #include <algorithm>
 #include <string>
 #include <vector>

@@ -40,8 +40,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     library_settings.unicode_comment = (form & 8U) != 0;
     if ((form & 16U) != 0) {
       copy_text(library_settings.exif_charset, "ISO-8859-1");
-    }
-    if ((form & 16U) != 0) {
       copy_text(library_settings.iptc_charset, "ISO-8859-1");
     }
     if (row < field_def_count) {

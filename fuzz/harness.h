@@ -2,7 +2,6 @@
 // early end of the program ends the input only.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

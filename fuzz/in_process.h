@@ -1,4 +1,4 @@
-// Runs of the program inside this process, for tests that need thousands of them.
+// Runs of the program inside this process, in a directory of their own: a fuzzer needs thousands.
 #pragma once
 
 #include <dirent.h>
@@ -56,40 +56,6 @@ inline int run_here(std::vector<std::string> arguments) {
     return -1;
   }
 }
-
-/// Runs whose messages go nowhere: thousands of damaged files have much to tell.
-class QuietRuns {
- public:
-  QuietRuns() : nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)) {
-    for (const int stream : {1, 2}) {
-      kept_[stream - 1] = ::fcntl(stream, F_DUPFD_CLOEXEC, 3);
-    }
-  }
-  QuietRuns(const QuietRuns&) = delete;
-  QuietRuns& operator=(const QuietRuns&) = delete;
-  ~QuietRuns() {
-    for (const int descriptor : {nowhere_, kept_[0], kept_[1]}) {
-      ::close(descriptor);
-    }
-  }
-
-  [[nodiscard]] int run(const std::vector<std::string>& arguments) const {
-    std::fflush(stdout);
-    for (const int stream : {1, 2}) {
-      ::dup2(nowhere_, stream);
-    }
-    const int status = run_here(arguments);
-    std::fflush(stdout);
-    for (const int stream : {1, 2}) {
-      ::dup2(kept_[stream - 1], stream);
-    }
-    return status;
-  }
-
- private:
-  int nowhere_;
-  int kept_[2];
-};
 
 /// A fresh directory, in memory where the system has such a place, that is the current one while
 /// the object lives.

@@ -1,5 +1,5 @@
-// One file of every type and with every kind of metadata that the reader knows: what damaged files
-// are made of, and where the fuzz targets begin.
+// One file of every type and with every kind of metadata that the reader knows: where the targets
+// that take whole files begin.
 #pragma once
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 // What the generated documents say about fields, taken from the program's own tables.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 

@@ -1,7 +1,6 @@
 // Turns the rows of the two dictionaries and of the option table into what the documents say.
 #include <array>
 #include <set>
-#include <string_view>
 
 #include "cli/options.h"
 #include "dictionary/field_def.h"
@@ -9,6 +8,7 @@
 #include "encode/encode_special.h"
 #include "iptc/iptc_dataset.h"
 #include "reference.h"
+#include "support/ascii.h"
 
 namespace tagmend::reference {
 namespace {
@@ -104,7 +104,7 @@ std::string type_name(DataType type) {
   }
   std::string name = type_names[static_cast<std::size_t>(type)];
   for (char& c : name) {
-    c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    c = to_lower(c);
   }
   return name;
 }

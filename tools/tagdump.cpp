@@ -13,11 +13,11 @@
 namespace tagmend {
 namespace {
 
-// Too large for the stack.
+/// Too large for the stack.
 constinit ImageFile image;
 constinit IptcStore iptc;
 
-// Line breaks are escaped, so that a field stays one line.
+/// Line breaks are escaped, so that a field stays one line.
 void print_text(std::string_view text) {
   for (const char c : text) {
     switch (c) {
@@ -45,7 +45,7 @@ void print_fields() {
   }
 }
 
-// Datasets and resources without a row of their own have no name to show.
+/// Datasets and resources without a row of their own have no name to show.
 void print_datasets() {
   for (const IptcEntry& entry : iptc.list()) {
     if (entry.row != 0) {

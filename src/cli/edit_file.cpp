@@ -93,7 +93,7 @@ ErrorCode load_file(std::string_view directory, const char* name, Session& sessi
   return code;
 }
 
-ErrorCode edit_file(const char* name, MFileHandle source, CreatedFileList* created,
+ErrorCode edit_file(const char* name, MFileHandle source, CreatedFileList& created,
                     Session& session) {
   restore_edit_lists(session);
   init_minimal_exif(session.image);

@@ -20,7 +20,7 @@ ErrorCode load_file(std::string_view directory, const char* name, Session& sessi
 
 /// Applies all edits of the session to the file that load_file has read and left open, and rewrites
 /// it. Codes of the writers; the file is then unchanged under its name.
-ErrorCode edit_file(const char* name, MFileHandle source, CreatedFileList* created,
+ErrorCode edit_file(const char* name, MFileHandle source, CreatedFileList& created,
                     Session& session);
 
 }  // namespace tagmend

@@ -80,7 +80,7 @@ void edit_file_operand(const char* operand, CreatedFileList& created, Session& s
     return;
   }
   if (code == ErrorCode::ok) {
-    code = edit_file(path.name, std::move(source), &created, session);
+    code = edit_file(path.name, std::move(source), created, session);
   }
   if (code != ErrorCode::ok) {
     refuse_operand(operand, code);

@@ -3,7 +3,7 @@
 namespace tagmend {
 namespace {
 
-// All zero, hence in .bss: nothing of them stands in the program file or is touched at start-up.
+/// All zero, hence in .bss: nothing of them stands in the program file or is touched at start-up.
 constinit ImageFile image_file;
 constinit IptcStore iptc_store;
 constinit App13Result app13_result;

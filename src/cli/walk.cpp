@@ -148,12 +148,12 @@ void visit_file(Walk& walk, const char* name) {
     return;
   }
   if (code == ErrorCode::ok) {
-    code = edit_file(name, std::move(source), &created, walk.session);
+    code = edit_file(name, std::move(source), created, walk.session);
     if (code == ErrorCode::ok) {
       print_output("%s: Edit successful.\n", name);
     }
   }
-  // Other failures have been told by those who failed.
+  // Other failures are left to those who met them; the names of the edited files tell the rest.
   if (code == ErrorCode::file_type_not_editable || code == ErrorCode::not_a_jpeg) {
     print_error("Error: Can't extract EXIF fields: %s\n", error_text(code));
   }

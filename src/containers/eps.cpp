@@ -4,7 +4,6 @@
 #include <limits>
 #include <string_view>
 
-#include "dictionary/value_map.h"
 #include "iptc/iptc_read.h"
 #include "support/ascii.h"
 #include "support/byte_text.h"
@@ -12,7 +11,6 @@
 #include "support/tagged_memory.h"
 
 namespace tagmend {
-
 namespace {
 
 constexpr std::string_view directive = "%BeginPhotoshop:";

@@ -1,7 +1,6 @@
 #include "containers/rmeta.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "support/byte_cursor.h"
@@ -12,7 +11,6 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 using namespace std::string_view_literals;

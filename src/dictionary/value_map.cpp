@@ -24,23 +24,22 @@ const Entry* find_entry(const Entry* map, Accept accept) {
 }
 
 template <class Entry>
-const Entry* lookup_text(const Entry* map, std::int32_t layout, std::string_view text) {
+const Entry* lookup_text(const Entry* map, std::uint32_t layout, std::string_view text) {
   return find_entry(map, [&](const Entry& entry) {
-    return holds_for(entry.layout, static_cast<std::uint32_t>(layout)) &&
-           (equal_ignoring_case(text, entry.nickname) ||
-            equal_ignoring_case(text, entry.short_code) ||
-            equal_ignoring_case(text, entry.description));
+    return holds_for(entry.layout, layout) && (equal_ignoring_case(text, entry.nickname) ||
+                                               equal_ignoring_case(text, entry.short_code) ||
+                                               equal_ignoring_case(text, entry.description));
   });
 }
 
 }  // namespace
 
-const ValueMapEntry* map_lookup(const ValueMapEntry* map, std::int32_t layout,
+const ValueMapEntry* map_lookup(const ValueMapEntry* map, std::uint32_t layout,
                                 std::string_view text) {
   return lookup_text(map, layout, text);
 }
 
-const ValueMapBytesEntry* map_lookup_bytes(const ValueMapBytesEntry* map, std::int32_t layout,
+const ValueMapBytesEntry* map_lookup_bytes(const ValueMapBytesEntry* map, std::uint32_t layout,
                                            std::string_view text) {
   return lookup_text(map, layout, text);
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string_view>
 
@@ -28,13 +27,13 @@ struct ValueMapBytesEntry {
 };
 
 /// Accepts entries of every layout.
-inline constexpr std::int32_t any_layout = 34;
+inline constexpr std::uint32_t any_layout = 34;
 
 /// The first entry whose nickname, short code or description equals `text` (whole, ignoring ASCII
 /// case) and that holds for the layout; null when there is none.
-const ValueMapEntry* map_lookup(const ValueMapEntry* map, std::int32_t layout,
+const ValueMapEntry* map_lookup(const ValueMapEntry* map, std::uint32_t layout,
                                 std::string_view text);
-const ValueMapBytesEntry* map_lookup_bytes(const ValueMapBytesEntry* map, std::int32_t layout,
+const ValueMapBytesEntry* map_lookup_bytes(const ValueMapBytesEntry* map, std::uint32_t layout,
                                            std::string_view text);
 
 /// The first entry for a stored value. Layout 0 takes only entries that hold for all layouts, 34

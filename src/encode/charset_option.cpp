@@ -19,7 +19,7 @@ struct CharsetChoice {
   bool is_set = false;  ///< by an earlier item of the same argument
 };
 
-// Up to the end of the text: what stands behind its NUL has never been written.
+/// Up to the end of the text: what stands behind its NUL has never been written.
 void to_upper_case(std::span<char> text) {
   const auto end = std::ranges::find(text, '\0');
   std::transform(text.begin(), end, text.begin(), to_upper);

@@ -1,7 +1,6 @@
 #include "encode/date_time.h"
 
 #include <charconv>
-#include <cstdio>
 #include <utility>
 
 #include "encode/date_templates.h"
@@ -22,8 +21,8 @@ struct Month {
   std::int32_t days;
 };
 
-// Row 0 has no days, so that no day fits the month 00, and a name that no three letters match.
-// February has 29 days in every year.
+/// Row 0 has no days, so that no day fits the month 00, and a name that no three letters match.
+/// February has 29 days in every year.
 constexpr std::array<Month, 13> months = {{
     {"00", "NeVeR MaTcH", 0},
     {"01", "Jan", 31},

@@ -7,8 +7,7 @@ namespace {
 
 /// The next free entry; null when the list is full.
 EditEntry* take_entry(EditList& list) {
-  return list.count < EditList::capacity ? &list.entries[static_cast<std::size_t>(list.count++)]
-                                         : nullptr;
+  return list.count < EditList::capacity ? &list.entries[list.count++] : nullptr;
 }
 
 }  // namespace

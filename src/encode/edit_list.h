@@ -2,7 +2,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "encode/field_list.h"
@@ -23,10 +25,12 @@ struct EditEntry {
 };
 
 struct EditList {
-  static constexpr std::int32_t capacity = 200;
-  std::int32_t count = 0;        ///< entries in use
-  std::int32_t saved_count = 0;  ///< entries of the command line; edits of a file may append more
+  static constexpr std::size_t capacity = 200;
+  std::size_t count = 0;        ///< entries in use
+  std::size_t saved_count = 0;  ///< entries of the command line; edits of a file may append more
   std::array<EditEntry, capacity> entries{};
+
+  [[nodiscard]] std::span<const EditEntry> list() const { return {entries.data(), count}; }
 };
 
 /// Appends an add entry; false when the list is full.

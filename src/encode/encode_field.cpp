@@ -13,7 +13,6 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 /// Bytes of a text, without its NUL.
@@ -116,7 +115,7 @@ ErrorCode store_map_number(const FieldValue& field, std::uint32_t number,
 ErrorCode encode_from_map(const FieldValue& field, std::span<std::uint8_t> output,
                           std::uint32_t& value_count) {
   const FieldDef& def = field.def;
-  const std::int32_t layout = field.target.layout;
+  const std::uint32_t layout = field.target.layout;
   if (def.count == 1) {
     const ValueMapEntry* const entry =
         def.value_map ? map_lookup(def.value_map, layout, field.text) : nullptr;

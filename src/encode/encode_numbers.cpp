@@ -11,7 +11,6 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 using Int16Limits = std::numeric_limits<std::int16_t>;

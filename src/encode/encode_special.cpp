@@ -10,7 +10,6 @@
 #include "support/settings.h"
 
 namespace tagmend {
-
 namespace {
 
 constexpr double log_of_2 = 0.6931471805599453;
@@ -89,9 +88,7 @@ ErrorCode encode_exif_version(const FieldValue& field, std::span<std::uint8_t> o
   if (field.text != "0220" && field.text != "0210") {
     return ErrorCode::invalid_value;
   }
-  std::ranges::copy(field.text, output.begin());
-  value_count = static_cast<std::uint32_t>(field.text.size());
-  return ErrorCode::ok;
+  return store_bytes(bytes_of(field.text), output, value_count);
 }
 
 ErrorCode encode_gps_version(const FieldValue& field, std::span<std::uint8_t> output,

@@ -4,9 +4,7 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <span>
-#include <string_view>
 
 namespace tagmend {
 

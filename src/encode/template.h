@@ -1,7 +1,6 @@
 // Templates: texts in which bracketed names stand for values of the file in work.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "iptc/app13_format.h"
 #include "read/jpeg_markers.h"
 #include "support/byte_cursor.h"
 #include "support/byte_order.h"
@@ -11,26 +12,18 @@
 #include "support/message.h"
 
 namespace tagmend {
-
 namespace {
 
 /// The most bytes of a segment with its marker.
 constexpr std::uint32_t segment_limit = 65535;
-
-constexpr std::string_view photoshop_header = "Photoshop 3.0";
-constexpr std::string_view block_signature = "8BIM";
-constexpr std::uint8_t dataset_marker = 0x1C;
 
 /// Marker, length field, header and its terminating NUL.
 constexpr std::uint64_t segment_header_size = 2 + 2 + photoshop_header.size() + 1;
 static_assert(segment_header_size % 2 == 0, "blocks begin at even offsets");
 
 /// Signature, resource number and the length byte of the name.
-constexpr std::uint64_t block_start_size = 4 + 2 + 1;
+constexpr std::uint64_t block_start_size = block_signature.size() + 2 + 1;
 constexpr std::uint64_t size_field_size = 4;
-
-/// Marker byte, record, dataset and length.
-constexpr std::uint64_t dataset_header_size = 1 + 1 + 1 + 2;
 
 std::size_t value_length(const IptcEntry& entry) {
   return entry.has_new_value ? entry.new_value.size() : std::size_t{entry.length} + entry.padding;

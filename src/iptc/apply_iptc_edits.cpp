@@ -10,7 +10,6 @@
 #include "support/settings.h"
 
 namespace tagmend {
-
 namespace {
 
 /// What an application of the list works with.
@@ -24,8 +23,8 @@ struct Application {
 constexpr bool is_repeatable(const IptcDatasetDef& def) { return def.max_count > 1; }
 
 bool uses_record(const EditList& edits, std::uint16_t record) {
-  const auto used = std::span(edits.entries).first(static_cast<std::size_t>(edits.count));
-  return std::any_of(used.begin(), used.end(), [record](const EditEntry& edit) {
+  const std::span<const EditEntry> list = edits.list();
+  return std::any_of(list.begin(), list.end(), [record](const EditEntry& edit) {
     const IptcDatasetDef& def = iptc_datasets[edit.field];
     return edit.op == EditOp::add && def.resource == resource_iptc && def.record == record;
   });
@@ -48,8 +47,7 @@ bool has_version(const IptcStore& store, std::uint16_t record) {
 /// Whether the user gives a dataset a value that no later edit removes.
 bool sets_dataset(const EditList& edits, std::uint16_t row) {
   bool sets = false;
-  for (const EditEntry& edit :
-       std::span(edits.entries).first(static_cast<std::size_t>(edits.count))) {
+  for (const EditEntry& edit : edits.list()) {
     if (edit.field == row) {
       sets = edit.op == EditOp::add;
     }
@@ -189,8 +187,7 @@ bool apply_iptc_edits(IptcStore& store, EditList& edits, char quote,
   Application application{
       .store = store, .quote = quote, .context = context, .next_index = store.count};
   bool full = false;
-  for (const EditEntry& edit :
-       std::span(edits.entries).first(static_cast<std::size_t>(edits.count))) {
+  for (const EditEntry& edit : edits.list()) {
     full = store.count >= IptcStore::capacity;
     if (full) {
       break;

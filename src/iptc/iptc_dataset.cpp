@@ -416,7 +416,7 @@ int find_dataset(std::string_view name, std::size_t start) {
       return static_cast<int>(row);
     }
   }
-  return -1;
+  return not_found;
 }
 
 std::uint16_t find_dataset_by_number(std::uint16_t record, std::uint16_t dataset) {

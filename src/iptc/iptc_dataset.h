@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "dictionary/field_def.h"
 #include "dictionary/value_map.h"
 
 namespace tagmend {
@@ -47,7 +48,7 @@ inline constexpr std::uint16_t end_resource = 0xFFFF;
 extern const std::array<IptcDatasetDef, iptc_dataset_count + 1> iptc_datasets;
 
 /// Index of the first row from `start` on with this nickname (letter case counts, at most 50
-/// characters compared; a name that ends in '*' matches by prefix); -1 for none.
+/// characters compared; a name that ends in '*' matches by prefix); or not_found.
 int find_dataset(std::string_view name, std::size_t start);
 
 /// Index of the row of a dataset of resource 1028; 0 for none.

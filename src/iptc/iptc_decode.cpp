@@ -3,21 +3,14 @@
 #include <algorithm>
 #include <array>
 
-#include "support/byte_order.h"
+#include "iptc/app13_format.h"
 #include "support/byte_text.h"
 #include "support/message.h"
 #include "support/settings.h"
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
-
-/// Every dataset begins with this byte, followed by its record number.
-constexpr std::uint8_t tag_marker = 0x1C;
-
-/// Marker, record, dataset and length.
-constexpr std::uint32_t dataset_header_size = 5;
 
 /// Characters that the text of a value made of numbers may have.
 constexpr std::size_t number_text_limit = 2000;
@@ -138,7 +131,7 @@ ErrorCode decode_datasets(IptcStore& store, ByteCursor cursor, std::string_view 
   cursor.big_endian = true;
   while (cursor.has(dataset_header_size)) {
     const std::uint16_t mark = cursor_get_u16(cursor);
-    if (mark >> 8 == tag_marker) {
+    if (mark >> 8 == dataset_marker) {
       const ErrorCode result = add_dataset(store, cursor, mark, entry);
       if (result != ErrorCode::ok) {
         return result;

@@ -14,7 +14,6 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 /// Room for any encoded value: a text of 2000 characters in a set of four bytes a character, with

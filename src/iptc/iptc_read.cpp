@@ -5,8 +5,10 @@
 #include <functional>
 #include <string_view>
 
+#include "iptc/app13_format.h"
 #include "iptc/iptc_decode.h"
 #include "read/ifd_parser.h"
+#include "read/tiff_header.h"
 #include "support/byte_order.h"
 #include "support/byte_text.h"
 #include "support/file_primitives.h"
@@ -15,17 +17,11 @@
 #include "support/text_buffer.h"
 
 namespace tagmend {
-
 namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view photoshop_header = "Photoshop 3.0";
-constexpr std::string_view block_signature = "8BIM";
 constexpr std::string_view exif_header = "Exif\0\0"sv;
-
-/// The first IFD of embedded EXIF data stands right behind the TIFF header.
-constexpr std::uint32_t tiff_header_size = 8;
 
 /// Bytes of a copyright flag that are carried over.
 constexpr std::uint32_t copyright_flag_size = 4;
@@ -107,7 +103,7 @@ ErrorCode add_copyright_flag(IptcStore& store, const ResourceBlock& block) {
     entry.length = static_cast<std::uint16_t>(kept);
     entry.padding = static_cast<std::uint16_t>(copyright_flag_size - kept);
   }
-  store.incomplete = store.incomplete || block.size > copyright_flag_size;
+  store.incomplete |= block.size > copyright_flag_size;
   const std::uint16_t number = load_u16(flag, true);
   std::array<char, 8> room;
   TextBuffer text(room);
@@ -132,13 +128,13 @@ void parse_embedded_exif(ReadContext& context, const ResourceBlock& block) {
         exif_header.data(), info.name, type);
   ByteCursor cursor = block.data;
   if (!text_of(cursor.rest()).starts_with(exif_header) ||
-      !cursor.has(exif_header.size() + tiff_header_size)) {
+      !cursor.has(exif_header.size() + tiff_header_length)) {
     context.iptc.incomplete = true;
     return;
   }
   cursor_skip(cursor, exif_header.size());
   cursor.offset_base = cursor.pos;
-  if (parse_ifd(cursor, tiff_header_size, root_embedded, 0, 0, context) != ErrorCode::ok) {
+  if (parse_ifd(cursor, tiff_header_length, root_embedded, 0, 0, context) != ErrorCode::ok) {
     context.iptc.incomplete = true;
   }
 }
@@ -181,7 +177,7 @@ bool is_repetition(const IptcStore& store, const ByteCursor& data) {
 /// Datasets that are left out will be gone once those of the store are written in their place, in a
 /// block of this name.
 void pass_over_datasets(IptcStore& store, const ByteCursor& data, std::string_view name) {
-  store.incomplete = store.incomplete || !is_repetition(store, data);
+  store.incomplete |= !is_repetition(store, data);
   for (IptcEntry& entry : store.list()) {
     if (entry.resource == resource_iptc) {
       set_resource_name(entry, name);
@@ -243,7 +239,7 @@ bool has_photoshop_header(ByteSpan payload) {
 /// Walks blocks and notes when not all of them were understood.
 ErrorCode read_blocks(ReadContext& context, const ByteCursor& cursor, bool decode_iptc) {
   const ErrorCode result = walk_blocks(context, cursor, decode_iptc);
-  context.iptc.incomplete = context.iptc.incomplete || result != ErrorCode::ok;
+  context.iptc.incomplete |= result != ErrorCode::ok;
   return result;
 }
 
@@ -262,7 +258,7 @@ ByteCursor whole_value(ReadContext& context, const ByteCursor& value, std::uint6
       cursor_init(whole, value.file, room.first(arrived), cursor_tell(value));
     }
   }
-  context.iptc.incomplete = context.iptc.incomplete || whole.buffer.size() < length;
+  context.iptc.incomplete |= whole.buffer.size() < length;
   return whole;
 }
 
@@ -295,7 +291,7 @@ ErrorCode read_app13(ReadContext& context, MFILE& file, std::uint32_t length) {
     trace(0, "IPTC: APP13 data block too short (%d) to be a Photoshop IPTC data\n",
           static_cast<int>(arrived));
     const bool unknown = arrived < photoshop_header.size();
-    store.incomplete = store.incomplete || photoshop || unknown;
+    store.incomplete |= photoshop || unknown;
     return ErrorCode::iptc_invalid;
   }
   if (photoshop) {
@@ -316,7 +312,7 @@ void read_iptc_value(ReadContext& context, const ByteCursor& value, std::uint64_
   const ByteCursor whole = whole_value(context, value, length, buffer);
   IptcStore& store = context.iptc;
   if (holds_datasets(store)) {
-    store.incomplete = store.incomplete || !is_repetition(store, whole);
+    store.incomplete |= !is_repetition(store, whole);
     return;
   }
   static_cast<void>(add_datasets(store, whole, ""));

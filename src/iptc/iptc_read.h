@@ -16,6 +16,7 @@ ErrorCode read_app13(ReadContext& context, MFILE& file, std::uint32_t length);
 
 /// Walks resource blocks from the cursor's position to the end of its buffer. With the header flag
 /// they follow "Photoshop 3.0" and IPTC datasets are decoded; without it those are passed over.
+/// Codes of read_app13.
 ErrorCode walk_resource_blocks(ReadContext& context, ByteCursor cursor, bool header);
 
 /// The hooks of a read that reach this folder: fields 0x83BB and 0x8649 of a TIFF file.

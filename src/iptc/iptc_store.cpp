@@ -8,7 +8,6 @@
 #include "support/settings.h"
 
 namespace tagmend {
-
 namespace {
 
 /// A conversion that leaves less room than a character may need can have been cut.
@@ -24,7 +23,7 @@ bool may_be_cut(std::span<const std::uint8_t> text, std::size_t length, std::siz
 std::string_view convert_into_pool(IptcStore& store, std::span<const std::uint8_t> text) {
   const std::span<char> room = store.pool.room();
   if (room.empty()) {
-    store.incomplete = store.incomplete || !text.empty();
+    store.incomplete |= !text.empty();
     return {};
   }
   const std::size_t taken = std::min(cs_iptc_to_local(text, room), room.size());
@@ -144,7 +143,7 @@ void sort_iptc_store(IptcStore& store) {
 bool iptc_dataset_text(IptcStore* store, std::string_view name, std::string_view& value) {
   value = {};
   const int found = find_dataset(name, 0);
-  if (found < 0) {
+  if (found == not_found) {
     return false;
   }
   if (store == nullptr) {

@@ -7,7 +7,6 @@
 #include "support/settings.h"
 
 namespace tagmend {
-
 namespace {
 
 /// The highest number that the dictionary gives an element of an array; 0 for none. What stands
@@ -20,6 +19,15 @@ std::uint32_t last_known_element(IfdKind kind, std::uint32_t array_tag) {
     }
   }
   return last;
+}
+
+/// An element that is not shown is read like the others: one that the file lacks is reported.
+void pass_over_element(DataType type, ByteCursor& cursor) {
+  if (type == DataType::unsigned_short) {
+    cursor_get_u16(cursor);
+  } else {
+    cursor_get_u32(cursor);
+  }
 }
 
 void decode_element(const StoredValue& value, const FieldDef& def, const ArrayLayout& layout,
@@ -35,12 +43,12 @@ void decode_element(const StoredValue& value, const FieldDef& def, const ArrayLa
 
 }  // namespace
 
-FieldEntry make_element(const FieldEntry& array, std::uint32_t row, std::uint16_t type,
+FieldEntry make_element(const FieldEntry& array, std::uint32_t row, DataType type,
                         std::uint32_t value_pos, const char* trace_format) {
   const FieldDef& def = field_table_defs[row];
   trace(array.level, trace_format, ifd_kind_names[static_cast<std::size_t>(array.kind)],
-        def.nickname, def.tag, array.level, array.seq, type_short_names[type], 1, value_pos,
-        value_pos);
+        def.nickname, def.tag, array.level, array.seq,
+        type_short_names[static_cast<std::size_t>(type)], 1, value_pos, value_pos);
   FieldEntry element;
   element.kind = array.kind;
   element.level = array.level;
@@ -49,7 +57,7 @@ FieldEntry make_element(const FieldEntry& array, std::uint32_t row, std::uint16_
   element.tag = def.tag;
   element.def = row;
   element.value_pos = value_pos;
-  element.type = type;
+  element.type = static_cast<std::uint16_t>(type);
   element.count = 1;
   copy_text(element.name, def.description);
   return element;
@@ -73,13 +81,13 @@ void append_array_elements(ByteCursor& cursor, const FieldEntry& array, const Ar
     const std::uint32_t tag = number << 16 | layout.tag;
     const std::uint32_t row = find_field_by_tag(array.kind, tag, true);
     if (row == 0) {
-      layout.type == 3 ? cursor_get_u16(cursor) : cursor_get_u32(cursor);
+      pass_over_element(layout.type, cursor);
       continue;
     }
     FieldEntry element =
         make_element(array, row, layout.type, cursor_tell(cursor), layout.trace_format);
     TextBuffer text(element.text);
-    decode_element({cursor, tag, layout.type, 1}, field_table_defs[row], layout,
+    decode_element({cursor, tag, element.type, 1}, field_table_defs[row], layout,
                    context.image.maker_note_kind, text);
     if (!append_element(element, context.image)) {
       return;

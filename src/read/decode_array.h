@@ -16,7 +16,7 @@ using ElementDecoder = bool (*)(std::uint32_t element, std::uint32_t array_tag, 
 /// How a maker lays out its arrays.
 struct ArrayLayout {
   std::uint32_t tag;            ///< of the array field
-  std::uint16_t type;           ///< data type code of one element: 3 or 4
+  DataType type;                ///< of one element: unsigned_short or unsigned_long
   std::uint32_t length;         ///< elements from the cursor's position on, numbered from 1
   std::uint32_t unused_number;  ///< is passed over in the numbering; 0 for none
   ElementDecoder decode;        ///< for elements without a value map
@@ -37,7 +37,7 @@ void append_array_elements(ByteCursor& cursor, const FieldEntry& array, const Ar
 
 /// A field that is one element of `array`: row, type, count 1, place and name; without text.
 /// Traced.
-FieldEntry make_element(const FieldEntry& array, std::uint32_t row, std::uint16_t type,
+FieldEntry make_element(const FieldEntry& array, std::uint32_t row, DataType type,
                         std::uint32_t value_pos, const char* trace_format);
 
 /// Appends an element whose text stands; false when the table is full.

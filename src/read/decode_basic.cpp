@@ -1,6 +1,5 @@
 // Values by their stored type alone, and through value maps.
 #include <algorithm>
-#include <string_view>
 
 #include "dictionary/value_map.h"
 #include "read/decode.h"
@@ -10,7 +9,6 @@
 #include "support/message.h"
 
 namespace tagmend {
-
 namespace {
 
 /// Two digits a byte are added up to here.

@@ -5,7 +5,6 @@
 #include "read/decode_makers.h"
 
 namespace tagmend {
-
 namespace {
 
 void generic(const StoredValue& value, const FieldEntry&, TextBuffer& text, ReadContext&) {

@@ -1,6 +1,5 @@
 // Canon maker notes, and the fields of Canon Raw files.
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <ctime>
 
@@ -11,7 +10,6 @@
 #include "support/settings.h"
 
 namespace tagmend {
-
 namespace {
 
 constexpr std::uint32_t tag_custom_functions = 0x000F;
@@ -48,10 +46,9 @@ void decode_flash_details(unsigned bits, TextBuffer& text) {
     unsigned bit;
     const char* name;
   };
-  constexpr std::array details = {
-      Detail{0x4000, "External "},      Detail{0x2000, "Internal "},
-      Detail{0x0800, "FpSyncUsed "},    Detail{0x0080, "RearCurtainSync "},
-      Detail{0x0010, "FpSyncEnabled "},
+  constexpr Detail details[] = {
+      {0x4000, "External "},        {0x2000, "Internal "},      {0x0800, "FpSyncUsed "},
+      {0x0080, "RearCurtainSync "}, {0x0010, "FpSyncEnabled "},
   };
   if (bits == 0) {
     append(text, "None");
@@ -100,7 +97,7 @@ void decode_settings(const StoredValue& value, const FieldEntry& entry, TextBuff
     return;
   }
   const ArrayLayout layout = {.tag = value.tag,
-                              .type = 3,
+                              .type = DataType::unsigned_short,
                               .length = value.count - 1,
                               .unused_number = 0,
                               .decode = decode_element,
@@ -119,7 +116,8 @@ bool append_custom_function(std::uint16_t function, std::uint32_t value_pos,
   if (row == 0 || def.value_map == nullptr) {
     return true;
   }
-  FieldEntry element = make_element(array, row, 1, value_pos, trace_element_blanks);
+  FieldEntry element =
+      make_element(array, row, DataType::unsigned_byte, value_pos, trace_element_blanks);
   TextBuffer text(element.text);
   decode_map_number(def.value_map, image.maker_note_kind, function & 0xFF, text);
   return append_element(element, image);

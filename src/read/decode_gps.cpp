@@ -6,7 +6,6 @@
 #include "read/value_reader.h"
 
 namespace tagmend {
-
 namespace {
 
 /// How a coordinate is shown, by the precision in which it is stored.

@@ -1,5 +1,4 @@
 // Minolta maker notes: the elements of the camera settings arrays.
-#include <array>
 #include <cmath>
 
 #include "read/decode_array.h"
@@ -7,7 +6,6 @@
 #include "read/value_reader.h"
 
 namespace tagmend {
-
 namespace {
 
 /// The one layout (DiMAGE 7Hi) whose arrays use element 52.
@@ -25,19 +23,19 @@ constexpr auto apex_from_one = [](double stored) { return stored * 0.125 - 1.0; 
 constexpr auto apex_from_six = [](double stored) { return stored * 0.125 - 6.0; };
 constexpr auto white_balance = [](double stored) { return std::pow(2.0, stored * 0.00390625); };
 
-constexpr std::array measure_rules = {
-    MeasureRule{9, "%.2f", apex_from_one},                                       // film speed
-    MeasureRule{10, "%.2f", apex_from_six},                                      // time
-    MeasureRule{11, "%.2f", apex_from_one},                                      // aperture
-    MeasureRule{14, "%.2f", [](double stored) { return stored / 3.0 - 2.0; }},   // compensation
-    MeasureRule{19, "%.3f", [](double stored) { return stored * 0.00390625; }},  // focal length
-    MeasureRule{20, "%.3f", [](double stored) { return stored / 1000.0; }},      // focus distance
-    MeasureRule{24, "%3.1f", [](double stored) { return std::pow(2.0, stored * 0.0625 - 0.5); }},
-    MeasureRule{29, "%3.2f", white_balance},                                       // red
-    MeasureRule{30, "%3.2f", white_balance},                                       // green
-    MeasureRule{31, "%3.2f", white_balance},                                       // blue
-    MeasureRule{36, "%3.2f", [](double stored) { return (stored - 6.0) / 3.0; }},  // flash
-    MeasureRule{45, "%3.2f", apex_from_six},                                       // brightness
+constexpr MeasureRule measure_rules[] = {
+    {9, "%.2f", apex_from_one},                                       // film speed
+    {10, "%.2f", apex_from_six},                                      // time
+    {11, "%.2f", apex_from_one},                                      // aperture
+    {14, "%.2f", [](double stored) { return stored / 3.0 - 2.0; }},   // compensation
+    {19, "%.3f", [](double stored) { return stored * 0.00390625; }},  // focal length
+    {20, "%.3f", [](double stored) { return stored / 1000.0; }},      // focus distance
+    {24, "%3.1f", [](double stored) { return std::pow(2.0, stored * 0.0625 - 0.5); }},
+    {29, "%3.2f", white_balance},                                       // red
+    {30, "%3.2f", white_balance},                                       // green
+    {31, "%3.2f", white_balance},                                       // blue
+    {36, "%3.2f", [](double stored) { return (stored - 6.0) / 3.0; }},  // flash
+    {45, "%3.2f", apex_from_six},                                       // brightness
 };
 
 const MeasureRule* find_measure(std::uint32_t element) {
@@ -96,7 +94,7 @@ void decode_minolta(const StoredValue& value, const FieldEntry& entry, TextBuffe
   }
   const bool all_numbers = context.image.maker_note_kind == maker_minolta_7hi;
   const ArrayLayout layout = {.tag = value.tag,
-                              .type = 4,
+                              .type = DataType::unsigned_long,
                               .length = value.count / 4,
                               .unused_number = all_numbers ? 0 : element_of_7hi,
                               .decode = decode_element,

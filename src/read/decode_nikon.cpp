@@ -5,7 +5,6 @@
 #include "read/value_reader.h"
 
 namespace tagmend {
-
 namespace {
 
 void decode_iso(const StoredValue& value, TextBuffer& text) {

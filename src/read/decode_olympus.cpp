@@ -5,7 +5,6 @@
 #include "read/value_reader.h"
 
 namespace tagmend {
-
 namespace {
 
 /// Picture mode, number in a sequence, direction of a panorama.

@@ -9,7 +9,6 @@
 #include "support/settings.h"
 
 namespace tagmend {
-
 namespace {
 
 /// Fields that show the quotient of one rational.
@@ -19,15 +18,16 @@ struct FractionRule {
   const char* format;
 };
 
-constexpr std::array fraction_rules = {
-    FractionRule{0x011A, false, "%.0f"},   // horizontal resolution
-    FractionRule{0x011B, false, "%.0f"},   // vertical resolution
-    FractionRule{0x829D, false, "%3.1f"},  // F-number
-    FractionRule{0x9204, true, "%.2f"},    // exposure bias
-    FractionRule{0x9206, false, "%.1f"},   // subject distance
-    FractionRule{0x920A, false, "%.2f"},   // focal length
-    FractionRule{0xA20E, true, "%.1f"},    // focal plane resolutions
-    FractionRule{0xA20F, true, "%.1f"},   FractionRule{0xA215, false, "%.0f"},  // exposure index
+constexpr FractionRule fraction_rules[] = {
+    {0x011A, false, "%.0f"},   // horizontal resolution
+    {0x011B, false, "%.0f"},   // vertical resolution
+    {0x829D, false, "%3.1f"},  // F-number
+    {0x9204, true, "%.2f"},    // exposure bias
+    {0x9206, false, "%.1f"},   // subject distance
+    {0x920A, false, "%.2f"},   // focal length
+    {0xA20E, true, "%.1f"},    // horizontal resolution of the focal plane
+    {0xA20F, true, "%.1f"},    // vertical resolution of the focal plane
+    {0xA215, false, "%.0f"},   // exposure index
 };
 
 void append_seconds(TextBuffer& text) {
@@ -154,18 +154,27 @@ struct StandardRule {
   void (*decode)(const StoredValue& value, TextBuffer& text, ReadContext& context);
 };
 
-constexpr std::array standard_rules = {
-    StandardRule{0x0002, decode_version},  // Interoperability
-    StandardRule{0x00FE, decode_subfile_type},  StandardRule{0x0132, decode_date},
-    StandardRule{0x4747, decode_utf16_text},    StandardRule{0x829A, decode_exposure_time},
-    StandardRule{0x83BB, decode_iptc},          StandardRule{0x8649, decode_photoshop},
-    StandardRule{0x9000, decode_version},  // Exif
-    StandardRule{0x9003, decode_date},          StandardRule{0x9004, decode_date},
-    StandardRule{0x9201, decode_shutter_speed}, StandardRule{0x9202, decode_aperture},
-    StandardRule{0x9205, decode_aperture},      StandardRule{0x9286, decode_user_comment},
-    StandardRule{0x9C9B, decode_utf16_text},    StandardRule{0x9C9C, decode_utf16_text},
-    StandardRule{0x9C9D, decode_utf16_text},    StandardRule{0x9C9E, decode_utf16_text},
-    StandardRule{0x9C9F, decode_utf16_text},    StandardRule{0xA000, decode_version},  // FlashPix
+constexpr StandardRule standard_rules[] = {
+    {0x0002, decode_version},        // Interoperability version
+    {0x00FE, decode_subfile_type},   // new subfile type
+    {0x0132, decode_date},           // date and time of the file's change
+    {0x4747, decode_utf16_text},     // tags
+    {0x829A, decode_exposure_time},  // exposure time
+    {0x83BB, decode_iptc},           // IPTC-NAA data
+    {0x8649, decode_photoshop},      // image resources
+    {0x9000, decode_version},        // Exif version
+    {0x9003, decode_date},           // date and time of the original
+    {0x9004, decode_date},           // date and time of the digital data
+    {0x9201, decode_shutter_speed},  // shutter speed
+    {0x9202, decode_aperture},       // aperture
+    {0x9205, decode_aperture},       // largest aperture
+    {0x9286, decode_user_comment},   // user comment
+    {0x9C9B, decode_utf16_text},     // title
+    {0x9C9C, decode_utf16_text},     // comment
+    {0x9C9D, decode_utf16_text},     // author
+    {0x9C9E, decode_utf16_text},     // keywords
+    {0x9C9F, decode_utf16_text},     // subject
+    {0xA000, decode_version},        // FlashPix version
 };
 
 }  // namespace

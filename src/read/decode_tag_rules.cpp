@@ -1,11 +1,8 @@
 // Makers of whose values only one or two have a form of their own: a row each.
-#include <array>
-
 #include "read/decode_makers.h"
 #include "read/value_reader.h"
 
 namespace tagmend {
-
 namespace {
 
 void decode_zoom(const StoredValue& value, TextBuffer& text) {
@@ -37,13 +34,13 @@ struct TagRule {
   void (*decode)(const StoredValue& value, TextBuffer& text);
 };
 
-constexpr std::array tag_rules = {
-    TagRule{IfdKind::nikon1, 0x000A, decode_zoom},
-    TagRule{IfdKind::casio, 0x0011, decode_number_with_hex},
-    TagRule{IfdKind::nikon3, 0x000E, decode_exposure_twelfths},
-    TagRule{IfdKind::epson, 0x0209, decode_plain_text},
-    TagRule{IfdKind::panasonic, 0x0023, decode_thirds},
-    TagRule{IfdKind::panasonic, 0x0024, decode_thirds},
+constexpr TagRule tag_rules[] = {
+    {IfdKind::nikon1, 0x000A, decode_zoom},
+    {IfdKind::casio, 0x0011, decode_number_with_hex},
+    {IfdKind::nikon3, 0x000E, decode_exposure_twelfths},
+    {IfdKind::epson, 0x0209, decode_plain_text},
+    {IfdKind::panasonic, 0x0023, decode_thirds},
+    {IfdKind::panasonic, 0x0024, decode_thirds},
 };
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "read/file_type.h"
 
-#include <sys/stat.h>
-
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -23,7 +20,7 @@ struct Signature {
   bool big_endian;
 };
 
-// Compared at the first byte of the file; the first that matches wins.
+/// Compared at the first byte of the file; the first that matches wins.
 constexpr Signature signatures[] = {
     {"\xFF\xD8"sv, FileType::jpeg, true},
     {"MM\0\x2A"sv, FileType::tiff, true},
@@ -36,11 +33,11 @@ constexpr Signature signatures[] = {
     {"\xC5\xD0\xD3\xC6"sv, FileType::eps_dos, false},
 };
 
-// The shortest file that is looked at: no image fits in fewer bytes.
+/// The shortest file that is looked at: no image fits in fewer bytes.
 constexpr std::size_t identification_length = 50;
 
-// Opening a FIFO would wait for a writer, and a device may do anything: only files are opened.
-// (Directories are opened too; reading them fails, as the type detection then says.)
+/// Opening a FIFO would wait for a writer, and a device may do anything: only files are opened.
+/// (Directories are opened too; reading them fails, as the type detection then says.)
 MFILE* open_regular_file(const char* file_name, const char* mode) {
   struct stat status {};
   if (::stat(file_name, &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
@@ -65,15 +62,19 @@ void store_status(ImageFile& image, const struct stat& status) {
   image.file_size = static_cast<std::uint32_t>(status.st_size);
   image.modified = format_local_time(status.st_mtim.tv_sec);
   image.changed = format_local_time(status.st_ctim.tv_sec);
-  image.identity = {.known = true,
-                    .device = status.st_dev,
-                    .inode = status.st_ino,
-                    .size = status.st_size,
-                    .modified_sec = status.st_mtim.tv_sec,
-                    .modified_nsec = status.st_mtim.tv_nsec};
+  image.identity = identity_of(status);
 }
 
 }  // namespace
+
+FileIdentity identity_of(const struct stat& status) {
+  return {.known = true,
+          .device = status.st_dev,
+          .inode = status.st_ino,
+          .size = status.st_size,
+          .modified_sec = status.st_mtim.tv_sec,
+          .modified_nsec = status.st_mtim.tv_nsec};
+}
 
 MFileHandle open_image_file(std::string_view directory, const char* file_name, ImageFile& image) {
   trace(0, "Opening file %s\n\n", file_name);

@@ -1,6 +1,8 @@
 // Opening image files, and telling their type by their first bytes.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <string_view>
 
 #include "read/image_file.h"
@@ -9,6 +11,9 @@
 #include "support/mfile.h"
 
 namespace tagmend {
+
+/// The identity of the file that `status` describes.
+FileIdentity identity_of(const struct stat& status);
 
 /// Opens a file for reading by its name and fills the identity members of the ImageFile; null after
 /// a message.
@@ -32,7 +37,7 @@ ErrorCode open_and_identify(const char* file_name, const char* mode, FileType& t
                             MFileHandle& file);
 
 /// Width and height from a JPEG's frame header, 0 and 0 for other types; untouched after a message
-/// when the file cannot be opened.
+/// when the file cannot be opened or its type told.
 void get_image_size(const char* file_name, std::uint32_t& width, std::uint32_t& height);
 
 /// Seeks a JPEG to the first marker behind its start-of-image marker: seek_failed. Any other file

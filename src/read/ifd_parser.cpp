@@ -1,7 +1,6 @@
 #include "read/ifd_parser.h"
 
 #include <algorithm>
-#include <limits>
 #include <optional>
 
 #include "read/ifd_value.h"
@@ -17,37 +16,31 @@ constexpr std::uint32_t entry_length = 12;
 constexpr std::uint32_t count_length = 2;
 constexpr std::uint32_t next_offset_length = 4;
 
-// "[Ricoh Camera Info]" and a NUL stand in front of the IFD.
-constexpr std::uint32_t ricoh_header_length = 20;
-
-constexpr std::uint32_t embedded_first_ifd = 8;
-
-// Where the first IFD of the chain lies, from the cursor's base, which is set up for it.
+/// Where the first IFD of the chain lies, from the cursor's base, which is set up for it.
 std::uint32_t enter_chain(IfdChain& chain, std::uint32_t offset, ImageFile& image) {
   switch (chain.parent) {
     case tag_maker_note: {
       const MakerDef& def = maker_def(image.maker_note_kind);
       if (def.structure == MakerStructure::tiff_header) {
         // The header has to be at hand; where it is not, the seek to the IFD behind it tells.
-        (void)place_cursor(chain.cursor, offset, def.header_length + 2U, chain.ifd_buffer);
+        static_cast<void>(
+            place_cursor(chain.cursor, offset, def.header_length + 2U, chain.ifd_buffer));
       }
       return enter_maker_note(chain.cursor, offset, image);
     }
     case tag_ricoh_info:
-      return offset <= std::numeric_limits<std::uint32_t>::max() - ricoh_header_length
-                 ? offset + ricoh_header_length
-                 : offset;
+      return offset_behind(offset, ricoh_info_header.size());
     case root_embedded:
       chain.cursor.big_endian = base_is_big_endian(chain.cursor);
       chain.parent = root_main;
-      return embedded_first_ifd;
+      return tiff_header_length;
     default:
       return offset;
   }
 }
 
-// Stands the cursor on the first entry of the IFD and gives the number of entries; none when the
-// IFD is out of reach or cannot be one. Vain attempts count as IFDs, which bounds their number.
+/// Stands the cursor on the first entry of the IFD and gives the number of entries; none when the
+/// IFD is out of reach or cannot be one. Vain attempts count as IFDs, which bounds their number.
 std::optional<std::uint16_t> begin_ifd(IfdChain& chain, std::uint32_t offset, ImageFile& image) {
   ByteCursor& cursor = chain.cursor;
   if (image.ifd_count >= max_ifds) {
@@ -79,8 +72,8 @@ std::optional<std::uint16_t> begin_ifd(IfdChain& chain, std::uint32_t offset, Im
   return count;
 }
 
-// The row that describes the entry. Two pointer tags are common numbers that other makers use for
-// values: they are pointers only in the IFDs of their own rows.
+/// The row that describes the entry. Two pointer tags are common numbers that other makers use for
+/// values: they are pointers only in the IFDs of their own rows.
 std::uint16_t find_definition(IfdKind kind, std::uint32_t tag) {
   const std::uint16_t def = find_field_by_tag(kind, tag, false);
   const bool own_kind_only = tag == tag_nikon_thumbnail || tag == tag_ricoh_info;
@@ -103,7 +96,7 @@ StoredEntry read_stored_entry(IfdChain& chain) {
   return entry;
 }
 
-// A maker note of up to four bytes lies in the entry itself and is no IFD.
+/// A maker note of up to four bytes lies in the entry itself and is no IFD.
 bool is_pointer(const StoredEntry& entry, const ImageFile& image) {
   return entry.row().is_offset ||
          (entry.tag == tag_maker_note && entry.size() > inline_value_length &&
@@ -114,7 +107,7 @@ bool is_ifd_array(const StoredEntry& entry) {
   return entry.count != 1 && entry.tag != tag_maker_note && entry.tag != tag_ricoh_info;
 }
 
-// Whether there is an IFD that may be read: a damaged file can point on and on.
+/// Whether there is an IFD that may be read: a damaged file can point on and on.
 bool may_descend(const IfdChain& chain, const StoredEntry& entry, const ImageFile& image) {
   return entry.count != 0 && chain.level < max_ifd_level && image.ifd_count < max_ifds;
 }
@@ -128,17 +121,17 @@ struct ChainStart {
   std::uint16_t holder = 0;  ///< id of the IFD that holds the pointer
 };
 
-// As parse_ifd, but gives nothing when not even the first IFD can be read.
+/// As parse_ifd, but gives nothing when not even the first IFD can be read.
 std::optional<ErrorCode> read_chain(ByteCursor cursor, const ChainStart& start,
                                     ReadContext& context);
 
-// A chain without a readable IFD fails nothing, but leaves the read incomplete.
+/// A chain without a readable IFD fails nothing, but leaves the read incomplete.
 ErrorCode result_of_chain(const std::optional<ErrorCode>& result, ImageFile& image) {
   image.incomplete |= !result;
   return result.value_or(ErrorCode::ok);
 }
 
-// Reads all IFDs of an array of offsets, whatever each returns, up to the limit for one file.
+/// Reads all IFDs of an array of offsets, whatever each returns, up to the limit for one file.
 ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& context) {
   ImageFile& image = context.image;
   ByteCursor& offsets = entry.value;
@@ -171,7 +164,7 @@ ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& conte
   return result;
 }
 
-// Whether the file holds all bytes of the value at the offset, and the offset is allowed.
+/// Whether the file holds all bytes of the value at the offset, and the offset is allowed.
 bool is_whole(IfdChain& chain, const StoredEntry& entry, std::uint32_t offset) {
   ByteCursor cursor = entry.value;
   if (cursor.file == nullptr || mfseek(*cursor.file, 0, Whence::end) != 0) {
@@ -197,13 +190,13 @@ std::optional<ErrorCode> enter_nested(const IfdChain& chain, const StoredEntry& 
   return read_chain(cursor, start, context);
 }
 
-// Whether a maker note can be copied as it is: its offsets count from a place inside of it.
+/// Whether a maker note can be copied as it is: its offsets count from a place inside of it.
 bool is_movable(const MakerDef& maker) {
   return maker.structure == MakerStructure::own_base ||
          maker.structure == MakerStructure::tiff_header;
 }
 
-// Keeps the bytes in front of the IFD: those of the layout, or what stands there instead.
+/// Keeps the bytes in front of the IFD: those of the layout, or what stands there instead.
 void keep_prefix(IfdChain& chain, ByteCursor cursor, std::uint32_t offset, bool fits,
                  ImageFile& image) {
   const MakerDef& maker = maker_def(image.maker_note_kind);
@@ -230,7 +223,6 @@ std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& ent
   if (!maker.is_ifd) {
     return std::nullopt;
   }
-  keep_prefix(chain, cursor, offset, fits, image);
   const std::uint32_t first_field = image.field_count;
   const bool was_incomplete = image.incomplete;
   image.incomplete = false;
@@ -238,6 +230,7 @@ std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& ent
   const bool whole = result == ErrorCode::ok && !image.incomplete;
   image.incomplete |= was_incomplete;
   const bool no_field = result == ErrorCode::ok && image.field_count == first_field;
+  keep_prefix(chain, cursor, offset, fits, image);
   const bool better_copied = no_field || (!whole && (!result || !fits || is_movable(maker)));
   if (better_copied && is_whole(chain, entry, offset)) {
     for (FieldEntry& field : image.table().subspan(first_field)) {
@@ -248,14 +241,14 @@ std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& ent
   return result_of_chain(result, image);
 }
 
-// Reads the one IFD that the entry points at.
+/// Reads the one IFD that the entry points at.
 ErrorCode read_nested_ifd(const IfdChain& chain, const StoredEntry& entry, ReadContext& context) {
   ByteCursor cursor = entry.value;
   const std::uint32_t offset = cursor_get_u32(cursor);
   return result_of_chain(enter_nested(chain, entry, cursor, offset, context), context.image);
 }
 
-// Whether the IFDs of a chain may describe images: pages and sub-images.
+/// Whether the IFDs of a chain may describe images: pages and sub-images.
 bool may_hold_images(std::uint16_t level, std::uint32_t parent) {
   return level == 0 || parent == tag_sub_ifd;
 }
@@ -291,7 +284,7 @@ ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
   return read_value(chain, entry, context);
 }
 
-// Reads the entries of an IFD up to the first that fails, or to too many format errors.
+/// Reads the entries of an IFD up to the first that fails, or to too many format errors.
 ErrorCode read_entries(IfdChain& chain, std::uint16_t count, ReadContext& context) {
   ErrorCode result = ErrorCode::ok;
   for (std::uint16_t i = 0; i < count && result == ErrorCode::ok; ++i) {

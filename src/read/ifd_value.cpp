@@ -38,26 +38,32 @@ void trace_value(const IfdChain& chain, const StoredEntry& entry, const char* pl
         chain.level, chain.seq, short_type_name(entry.type), entry.count, place_name, place, place);
 }
 
-// Whether a value of the stored type may stand in a field of the row: the same type, or one that
-// differs in sign or width only as the standard or common practice has it.
-bool type_fits(const FieldDef& def, std::uint16_t stored) {
+/// Whether a value of the stored type may stand in a field of the row: the same type, or one that
+/// differs in sign or width only as the standard or common practice has it.
+bool type_fits(const FieldDef& def, DataType stored) {
   struct Accepted {
-    std::uint16_t defined, stored;
+    DataType defined, stored;
   };
-  static constexpr Accepted accepted[] = {{16, 3}, {16, 4}, {1, 2}, {2, 1},
-                                          {8, 3},  {9, 4},  {10, 5}};
-  constexpr std::uint16_t byte = 1;
-  constexpr std::uint16_t undefined = 7;
-  const auto defined = static_cast<std::uint16_t>(def.data_type);
+  using enum DataType;
+  static constexpr Accepted accepted[] = {
+      {short_or_long, unsigned_short},
+      {short_or_long, unsigned_long},
+      {unsigned_byte, string},
+      {string, unsigned_byte},
+      {signed_short, unsigned_short},
+      {signed_long, unsigned_long},
+      {signed_rational, unsigned_rational},
+  };
   const bool is_block = def.tag == tag_iptc || def.tag == tag_photoshop;
-  return defined == stored || (is_block && (stored == byte || stored == undefined)) ||
+  return def.data_type == stored ||
+         (is_block && (stored == unsigned_byte || stored == undefined)) ||
          std::any_of(std::begin(accepted), std::end(accepted), [&](const Accepted& pair) {
-           return pair.defined == defined && pair.stored == stored;
+           return pair.defined == def.data_type && pair.stored == stored;
          });
 }
 
-// Notes a value that does not fit its row. What the two containers of other metadata hold is then
-// not read.
+/// Notes a value that does not fit its row. What the two containers of other metadata hold is then
+/// not read.
 void count_misfit(IfdChain& chain, const FieldDef& def, ImageFile& image) {
   ++chain.format_errors;
   image.incomplete |= def.tag == tag_iptc || def.tag == tag_photoshop;
@@ -71,7 +77,7 @@ void decode_text(IfdChain& chain, StoredEntry& stored, FieldEntry& entry, ReadCo
   TextBuffer text(entry.text);
   if (library_settings.raw_output) {
     decode_basic(value, text);
-  } else if (!type_fits(def, stored.type)) {
+  } else if (!type_fits(def, DataType{stored.type})) {
     if (stored.def != 0) {
       trace(chain.level,
             "Warning: file %s: Unexpected data type for field '%s' (0x%x), expected %s, actual "
@@ -95,7 +101,7 @@ void decode_text(IfdChain& chain, StoredEntry& stored, FieldEntry& entry, ReadCo
   }
 }
 
-// The number that a text begins with; 0 without one.
+/// The number that a text begins with; 0 without one.
 std::uint32_t leading_number(std::string_view text) {
   std::int64_t number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);
@@ -107,8 +113,8 @@ bool may_hold_thumbnail(IfdKind kind) {
          (kind >= IfdKind::tiff_image && kind <= IfdKind::sub_image_4);
 }
 
-// Make and model choose the layout of the maker note. Once its IFD has been read the choice stays:
-// the fields could not be written back under another one.
+/// Make and model choose the layout of the maker note. Once its IFD has been read the choice stays:
+/// the fields could not be written back under another one.
 void choose_maker(ImageFile& image, std::string_view model) {
   std::optional<std::string_view> make;
   for (const FieldEntry& entry : image.table()) {
@@ -122,7 +128,7 @@ void choose_maker(ImageFile& image, std::string_view model) {
   image.maker_note_kind = find_maker(make, model);
 }
 
-// What the rest of the read needs to know of a field.
+/// What the rest of the read needs to know of a field.
 void note_landmark(ImageFile& image, const FieldEntry& entry) {
   const std::string_view text = entry.text.data();
   if (entry.tag == tag_model) {

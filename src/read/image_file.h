@@ -4,9 +4,7 @@
 
 #include <array>
 #include <cstdint>
-#include <ctime>
 #include <span>
-#include <string_view>
 
 #include "dictionary/field_def.h"
 #include "support/error_code.h"
@@ -77,14 +75,14 @@ struct FieldEntry {
 inline constexpr std::uint32_t field_table_capacity = 200;
 inline constexpr std::uint16_t deleted_index = 200;
 
-/// Where the JPEG scan found metadata segments: file offsets of their length fields, and lengths as
-/// those fields give them; 0 when there is none.
+/// Where the JPEG scan found the first metadata segment of each kind: file offset of its length
+/// field, and length as that field gives it; 0 when there is none.
 struct JpegSegments {
   std::uint32_t app1_pos = 0, app1_len = 0;
-  std::uint32_t fpxr_pos = 0, fpxr_len = 0;
+  std::uint32_t fpxr_pos = 0, fpxr_len = 0;  ///< the length of all Flashpix segments together
   std::uint32_t app13_pos = 0, app13_len = 0;
   std::uint32_t app5_pos = 0, app5_len = 0;
-  std::uint32_t audio_pos = 0, audio_len = 0;  ///< WAVE data in a Flashpix stream
+  std::uint32_t audio_pos = 0, audio_len = 0;  ///< of WAVE data in a Flashpix stream
   std::uint32_t audio_stream = 0;              ///< the stream's index
   std::uint32_t audio_next = 0;                ///< file offset of the marker behind that segment
 };
@@ -103,6 +101,7 @@ struct FileIdentity {
   std::uint64_t device = 0, inode = 0;
   std::int64_t size = 0;
   std::int64_t modified_sec = 0, modified_nsec = 0;
+  bool operator==(const FileIdentity&) const = default;
 };
 
 /// All zero until reset_image_file gives it its initial state, so that the one instance of the run

@@ -16,11 +16,11 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// Any number of fill bytes is legal; a run longer than any segment is damage.
+/// Any number of fill bytes is legal; a run longer than any segment is damage.
 constexpr std::uint32_t max_fill_bytes = 0x10000;
 
-// A Flashpix file may spread its streams over thousands of segments; beyond this a walk through
-// damaged data has lost its way.
+/// A Flashpix file may spread its streams over thousands of segments; beyond this a walk through
+/// damaged data has lost its way.
 constexpr std::uint32_t max_segments = 100'000;
 
 template <std::size_t Size>
@@ -42,7 +42,7 @@ bool read_segment(SegmentWalk& walk) {
   return read_u16(walk.file, walk.segment.length, true) == ErrorCode::ok;
 }
 
-// The frame header (T.81, B.2.2): sample precision, number of lines, samples per line.
+/// The frame header (T.81, B.2.2): sample precision, number of lines, samples per line.
 void read_frame_header(MFILE& file, std::uint32_t& width, std::uint32_t& height) {
   std::array<std::uint8_t, 5> header;
   if (read_bytes(file, header)) {
@@ -89,8 +89,8 @@ void record_rmeta(ReadContext& context, MFILE& file, const JpegSegment& segment)
   }
 }
 
-// The reader of the segment decides whether it is one that starts the IPTC store afresh, and notes
-// in the store what it could not read.
+/// The reader of the segment decides whether it is one that starts the IPTC store afresh, and notes
+/// in the store what it could not read.
 void record_app13(ReadContext& context, MFILE& file, const JpegSegment& segment) {
   JpegSegments& found = context.image.segments;
   record_first(segment, found.app13_pos, found.app13_len);
@@ -121,8 +121,8 @@ void record_segment(ReadContext& context, MFILE& file, const JpegSegment& segmen
   }
 }
 
-// A stream begins with a 28-byte header: FEFF, a zero version, and a class identifier whose last
-// four bytes are not all zero.
+/// A stream begins with a 28-byte header: FEFF, a zero version, and a class identifier whose last
+/// four bytes are not all zero.
 bool is_stream_header(const std::array<std::uint8_t, 28>& header) {
   const bool class_known =
       std::any_of(header.begin() + 24, header.end(), [](std::uint8_t byte) { return byte != 0; });

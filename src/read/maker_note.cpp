@@ -9,8 +9,8 @@
 namespace tagmend {
 namespace {
 
-// Rows of the maker table that the recognition names: those that find_maker gives for a maker, and
-// those that the first bytes of the note tell apart.
+/// Rows of the maker table that the recognition names: those that find_maker gives for a maker, and
+/// those that the first bytes of the note tell apart.
 constexpr std::uint32_t maker_canon = 1;
 constexpr std::uint32_t maker_pentax = 3;
 constexpr std::array<std::uint32_t, 4> pentax_layouts = {3, 4, 5, 6};
@@ -18,10 +18,8 @@ constexpr std::uint32_t nikon_first = 23;
 constexpr std::uint32_t nikon_last = 28;
 constexpr std::array<std::uint32_t, 3> nikon_layouts = {29, 30, 31};
 
-// Canon's note has no prefix: what has fewer entries than any camera writes is none of its IFDs.
+/// Canon's note has no prefix: what has fewer entries than any camera writes is none of its IFDs.
 constexpr std::uint16_t canon_min_entries = 6;
-
-constexpr std::uint32_t embedded_header_length = 8;
 
 bool begins_with(const ByteCursor& cursor, std::span<const std::uint8_t> bytes) {
   const std::span<const std::uint8_t> rest = cursor.rest();
@@ -32,7 +30,7 @@ bool has_prefix(const ByteCursor& cursor, const MakerDef& def) {
   return begins_with(cursor, std::span(def.prefix).first(def.header_length));
 }
 
-// The first of the layouts whose prefix the note begins with.
+/// The first of the layouts whose prefix the note begins with.
 template <std::size_t Count>
 std::optional<std::uint32_t> match_layout(const ByteCursor& cursor,
                                           const std::array<std::uint32_t, Count>& layouts) {
@@ -87,13 +85,6 @@ void set_byte_order(ByteCursor& cursor, MakerByteOrder order) {
   print_error("Internal Error: Unknown Maker Note byte ordering %d\n", static_cast<int>(order));
 }
 
-// An offset past 32 bits cannot be reached: the largest one cannot be either.
-std::uint32_t saturated_sum(std::uint32_t offset, std::uint32_t length) {
-  const std::uint64_t sum = std::uint64_t{offset} + length;
-  return static_cast<std::uint32_t>(
-      std::min<std::uint64_t>(sum, std::numeric_limits<std::uint32_t>::max()));
-}
-
 }  // namespace
 
 std::uint32_t find_maker(std::optional<std::string_view> make, std::string_view model) {
@@ -128,9 +119,14 @@ bool recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& a
   return true;
 }
 
+std::uint32_t offset_behind(std::uint32_t offset, std::size_t header_length) {
+  constexpr std::uint64_t largest = std::numeric_limits<std::uint32_t>::max();
+  return static_cast<std::uint32_t>(std::min(offset + std::uint64_t{header_length}, largest));
+}
+
 std::uint32_t enter_maker_note(ByteCursor& cursor, std::uint32_t offset, ImageFile& image) {
   const MakerDef& def = maker_def(image.maker_note_kind);
-  std::uint32_t ifd_offset = saturated_sum(offset, def.header_length);
+  std::uint32_t ifd_offset = offset_behind(offset, def.header_length);
   switch (def.structure) {
     case MakerStructure::own_base:
       cursor.offset_base += offset;
@@ -139,7 +135,7 @@ std::uint32_t enter_maker_note(ByteCursor& cursor, std::uint32_t offset, ImageFi
       break;
     case MakerStructure::tiff_header:
       cursor.offset_base += ifd_offset;
-      ifd_offset = embedded_header_length;
+      ifd_offset = tiff_header_length;
       cursor.big_endian = base_is_big_endian(cursor);
       break;
     case MakerStructure::value:

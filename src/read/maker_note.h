@@ -27,18 +27,21 @@ struct MakerDef {
   bool is_ifd;
   MakerStructure structure;
   MakerByteOrder byte_order;
-  std::uint16_t header_length;          ///< of the prefix: the IFD's offset from the start
+  std::uint16_t header_length;          ///< of the prefix, behind which IFD or TIFF header stand
   std::array<std::uint8_t, 12> prefix;  ///< header_length of them count
   const char* make;
   const char* model;  ///< empty matches any model
 };
 
 inline constexpr std::uint32_t maker_generic = 0;
-inline constexpr std::uint32_t maker_undetermined = 34;
+inline constexpr std::uint32_t maker_undetermined = any_layout;
 
 /// The layouts and the end row.
 inline constexpr std::size_t maker_table_size = 36;
 extern const std::array<MakerDef, maker_table_size> maker_table;
+
+/// What stands in front of the IFD that the Ricoh camera information pointer leads to.
+inline constexpr std::string_view ricoh_info_header("[Ricoh Camera Info]\0", 20);
 
 /// The layout of a maker-note kind; the generic one for a number out of range.
 const MakerDef& maker_def(std::uint32_t kind);
@@ -51,6 +54,10 @@ std::uint32_t find_maker(std::optional<std::string_view> make, std::string_view 
 /// copy of the entry's.
 bool recognise_maker_note(ByteCursor cursor, std::uint32_t offset, WorkBuffer& alternate,
                           std::uint32_t& kind);
+
+/// The offset behind a header that stands at `offset`. Past 32 bits it is the largest one, which
+/// cannot be reached either.
+std::uint32_t offset_behind(std::uint32_t offset, std::size_t header_length);
 
 /// Sets the cursor's base and byte order for the maker note at `offset` and returns the offset of
 /// its IFD from the new base.

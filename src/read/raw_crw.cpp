@@ -13,7 +13,6 @@
 #include "support/tagged_memory.h"
 
 namespace tagmend {
-
 namespace {
 
 constexpr char block_tag[] = "CR";

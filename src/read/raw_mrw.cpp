@@ -2,7 +2,6 @@
 #include "read/raw_files.h"
 
 namespace tagmend {
-
 namespace {
 
 /// The length of the blocks' area stands behind the signature; it counts from its own place.

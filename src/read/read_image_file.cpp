@@ -15,14 +15,14 @@
 namespace tagmend {
 namespace {
 
-// The leading bytes of the file in work. There is one file at a time; the pages beyond its length
-// are never touched.
+/// The leading bytes of the file in work. There is one file at a time; the pages beyond its length
+/// are never touched.
 constinit std::array<std::uint8_t, work_buffer_size> leading_data{};
 
 constexpr std::size_t first_read_length = 0x4000;
 static_assert(first_read_length < jpeg_leading_length && jpeg_leading_length < work_buffer_size);
 
-// The shortest file whose first bytes are looked at.
+/// The shortest file whose first bytes are looked at.
 constexpr std::size_t min_file_length = 6;
 
 MFileHandle open_source(ImageFile& image, std::string_view directory, const char* file_name,
@@ -44,8 +44,8 @@ ErrorCode read_tiff_data(ReadContext& context, ByteCursor& cursor, FileType type
   return parse_ifd(cursor, first_ifd, root, 0, 0, context);
 }
 
-// Whether the bytes that a JPEG file begins with hold its whole Exif segment, where the standards
-// want it: behind APP0, or first of all.
+/// Whether the bytes that a JPEG file begins with hold its whole Exif segment, where the standards
+/// want it: behind APP0, or first of all.
 bool hold_exif_segment(std::span<const std::uint8_t> start) {
   std::size_t at = first_marker_pos;
   while (at + 4 <= start.size()) {
@@ -62,8 +62,8 @@ bool hold_exif_segment(std::span<const std::uint8_t> start) {
   return false;
 }
 
-// Reads no more than is needed: most of a JPEG file is image data. Returns the number of bytes that
-// arrived.
+/// Reads no more than is needed: most of a JPEG file is image data. Returns the number of bytes
+/// that arrived.
 std::size_t read_leading_data(MFILE& file) {
   const std::span<std::uint8_t> data(leading_data);
   const std::size_t length = mfread(data.data(), 1, first_read_length, file);

@@ -1,7 +1,5 @@
 #include "read/tiff_header.h"
 
-#include <string_view>
-
 #include "read/jpeg_markers.h"
 #include "read/raw_files.h"
 #include "support/byte_order.h"
@@ -14,20 +12,19 @@ namespace {
 
 constexpr std::uint16_t order_little = 0x4949;  // "II"
 constexpr std::uint16_t order_big = 0x4D4D;     // "MM"
-constexpr std::uint16_t tiff_magic = 42;
 
 constexpr std::uint32_t exif_header_length = 6;  // the mark and a padding byte
 
-// DOS EPS binary header: the little-endian offset of the TIFF section.
+/// DOS EPS binary header: the little-endian offset of the TIFF section.
 constexpr std::uint32_t eps_tiff_pointer_pos = 20;
 
 std::int64_t buffer_end_pos(const ByteCursor& cursor) {
   return std::int64_t{cursor.buf_file_pos} + static_cast<std::int64_t>(cursor.buffer.size());
 }
 
-// Stands the cursor on a file offset with at least `length` bytes behind it, where the file has
-// them. A buffer shorter than any first read holds all that the file has; otherwise what lies
-// outside is read into it again.
+/// Stands the cursor on a file offset with at least `length` bytes behind it, where the file has
+/// them. A buffer shorter than any first read holds all that the file has; otherwise what lies
+/// outside is read into it again.
 ErrorCode move_to_file_pos(ByteCursor& cursor, std::uint32_t file_pos, std::uint64_t length) {
   const std::int64_t in_buffer = std::int64_t{file_pos} - cursor.buf_file_pos;
   const bool whole =
@@ -51,7 +48,7 @@ bool stands_on_exif_mark(const ByteCursor& cursor) {
   return text_of(cursor.rest()).starts_with(exif_mark);
 }
 
-// An Exif segment's data: the mark and the TIFF header (Exif 2.2, 4.7.2).
+/// An Exif segment's data: the mark and the TIFF header (Exif 2.2, 4.7.2).
 ErrorCode enter_exif_segment(ByteCursor& cursor, ImageFile& image, std::uint32_t& first_ifd) {
   if (!stands_on_exif_mark(cursor)) {
     return ErrorCode::no_exif_data;
@@ -64,8 +61,8 @@ ErrorCode enter_exif_segment(ByteCursor& cursor, ImageFile& image, std::uint32_t
   return ErrorCode::ok;
 }
 
-// Stands the cursor behind the length field of an APP1 segment. Offsets are limited to those of one
-// segment only where Exif is the first segment, as the standard demands.
+/// Stands the cursor behind the length field of an APP1 segment. Offsets are limited to those of
+/// one segment only where Exif is the first segment, as the standard demands.
 ErrorCode enter_app1(ByteCursor& cursor, const SegmentWalk& walk, ImageFile& image) {
   const JpegSegment& segment = walk.segment;
   if (walk.steps > 1) {
@@ -78,7 +75,7 @@ ErrorCode enter_app1(ByteCursor& cursor, const SegmentWalk& walk, ImageFile& ima
   return result;
 }
 
-// The first APP1 segment that begins with the Exif mark; others (XMP) are passed over.
+/// The first APP1 segment that begins with the Exif mark; others (XMP) are passed over.
 ErrorCode locate_in_jpeg(ByteCursor& cursor, ImageFile& image, std::uint32_t& first_ifd) {
   SegmentWalk walk{.file = *cursor.file};
   for (bool more = first_segment(walk); more; more = next_segment(walk)) {
@@ -95,7 +92,7 @@ ErrorCode locate_in_jpeg(ByteCursor& cursor, ImageFile& image, std::uint32_t& fi
   return ErrorCode::no_exif_data;
 }
 
-// The embedded JPEG image of a RAF file: start-of-image, APP1 marker, length field, Exif data.
+/// The embedded JPEG image of a RAF file: start-of-image, APP1 marker, length field, Exif data.
 ErrorCode locate_in_raf(ByteCursor& cursor, ImageFile& image, std::uint32_t& first_ifd) {
   std::uint16_t jpeg_pos = 0;
   const std::uint32_t pointer_pos = file_type_info(FileType::fujifilm_raf).jpeg_pointer_pos;
@@ -135,7 +132,7 @@ ErrorCode locate_in_tiff(ByteCursor& cursor, ImageFile& image, std::uint32_t& fi
   return seek_to_offset(*cursor.file, first_ifd);
 }
 
-// The TIFF section of a DOS EPS file; its offsets count from its own first byte.
+/// The TIFF section of a DOS EPS file; its offsets count from its own first byte.
 ErrorCode locate_in_eps(ByteCursor& cursor, ImageFile& image, std::uint32_t& first_ifd) {
   std::uint32_t tiff_pos = 0;
   if (read_u32_at(*cursor.file, eps_tiff_pointer_pos, tiff_pos, false) != ErrorCode::ok ||

@@ -5,10 +5,10 @@
 #include <cmath>
 
 #include "support/byte_order.h"
+#include "support/byte_text.h"
 #include "support/message.h"
 
 namespace tagmend {
-
 namespace {
 
 void count_unreadable(ByteCursor& cursor) {
@@ -75,16 +75,9 @@ int round_to_int(double number) {
   return static_cast<int>(std::lrint(std::clamp(number, double{INT_MIN}, double{INT_MAX})));
 }
 
-void append_bytes(TextBuffer& text, std::span<const std::uint8_t> bytes) {
-  const auto end = std::find(bytes.begin(), bytes.end(), 0);
-  for (auto byte = bytes.begin(); byte != end && !text.full(); ++byte) {
-    text.room[text.length++] = static_cast<char>(*byte);
-  }
-  text.room[text.length] = '\0';
-}
-
 void append_value_text(ByteCursor& cursor, std::uint64_t count, TextBuffer& text) {
-  append_bytes(text, read_bytes(cursor, std::min(count, max_value_text)));
+  const std::string_view value = text_of(read_bytes(cursor, std::min(count, max_value_text)));
+  append(text, value.substr(0, value.find('\0')));
 }
 
 void measure_text(TextBuffer& text) {

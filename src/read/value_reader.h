@@ -57,9 +57,6 @@ std::span<const std::uint8_t> read_bytes(ByteCursor& cursor, std::uint64_t count
 /// The nearest int, half to even; at most what an int holds.
 [[nodiscard]] int round_to_int(double number);
 
-/// Appends bytes up to the first NUL.
-void append_bytes(TextBuffer& text, std::span<const std::uint8_t> bytes);
-
 /// Appends `count` bytes of the value, at most 1999 and up to the first NUL, as they are.
 void append_value_text(ByteCursor& cursor, std::uint64_t count, TextBuffer& text);
 

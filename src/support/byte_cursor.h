@@ -14,7 +14,8 @@
 namespace tagmend {
 
 struct ByteCursor {
-  std::uint32_t error_count = 0;   ///< failed reads since the owner last cleared it
+  std::uint32_t error_count = 0;   ///< failed reads since the owner last cleared it (but those of
+                                   ///< cursor_get_u16_mm)
   MFILE* file = nullptr;           ///< where the buffer was filled from; may be null
   std::uint16_t file_type = 8;     ///< FileType code; JPEG (2) limits offsets to below 65535
   std::uint32_t buf_file_pos = 0;  ///< file offset of the buffer's first byte
@@ -51,7 +52,8 @@ void cursor_init(ByteCursor& cursor, MFILE* file, std::span<std::uint8_t> buffer
 void cursor_skip(ByteCursor& cursor, std::uint32_t count);
 
 /// Numbers in the cursor's byte order (get_u16_mm and put_u16_mm: most significant byte first). An
-/// unreadable one prints "Error: Attempt to read past end of buffer(%d).\n" and gives the marker.
+/// unreadable one prints "Error: Attempt to read past end of buffer(%d).\n" and gives the marker;
+/// one that does not fit prints "Error: Attempt to write past end of buffer(%d), exiting\n".
 std::uint32_t cursor_get_u32(ByteCursor& cursor);
 std::uint16_t cursor_get_u16(ByteCursor& cursor);
 std::uint16_t cursor_get_u16_mm(ByteCursor& cursor);

@@ -2,7 +2,6 @@
 // byte first. The spans fix the size, so that no access can leave its field.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 

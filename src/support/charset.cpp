@@ -81,8 +81,7 @@ std::size_t convert_terminated(const char* to, const char* from, ByteSpan input,
 /// Copies as many bytes as fit; returns the input's length.
 std::size_t copy_plain(ByteSpan input, std::span<char> output) {
   const std::size_t count = std::min(input.size(), output.size());
-  std::transform(input.begin(), input.begin() + static_cast<std::ptrdiff_t>(count), output.begin(),
-                 [](std::uint8_t byte) { return static_cast<char>(byte); });
+  std::ranges::copy(text_of(input.first(count)), output.begin());
   return input.size();
 }
 

@@ -25,7 +25,7 @@ struct OpenMode {
   mode_t permissions;  ///< of a file that is created, before the umask
 };
 
-// A new file that replaces another is nobody else's business until it has that one's permissions.
+/// A new file that replaces another is nobody else's business until it has that one's permissions.
 constexpr OpenMode open_modes[] = {
     {"rb", O_RDONLY, 0},
     {"r", O_RDONLY, 0},

@@ -33,7 +33,8 @@ SiblingName make_temp_name();
 [[nodiscard]] int give_free_name(const char* file, SiblingName& wanted,
                                  int (*give)(const char* from, const char* to));
 
-/// Names of at most 100 characters that this run has written in one directory.
+/// Names of at most 100 characters that this run has written in one directory, or for all files
+/// among the operands.
 struct CreatedFileList {
   static constexpr std::int32_t capacity = 1000;
   static constexpr std::size_t name_limit = 100;

@@ -24,7 +24,6 @@ void trace(unsigned level, const char* format, ...) TAGMEND_PRINTF(2);
 /// Names under which failed consistency checks report their place.
 inline constexpr char module_exif[] = "exif.cpp";
 inline constexpr char module_writer[] = "exif_write.cpp";
-inline constexpr char module_eps[] = "exif_eps.cpp";
 inline constexpr char module_utility[] = "utility.cpp";
 
 /// Does nothing when the condition holds; else prints "ASSERT failed at %d in %s\n" on standard

@@ -2,7 +2,6 @@
 // wrong owner is noticed. Nothing is pooled, reused or zeroed.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>

@@ -17,7 +17,7 @@ constexpr auto type_long = static_cast<std::uint16_t>(DataType::unsigned_long);
 
 // ---- Edits that the program adds to those of the user -------------------------------------------
 
-// -s: the size that the JPEG frame header gives.
+/// -s: the size that the JPEG frame header gives.
 void apply_size_edits(const ImageFile& image, EditList& edits) {
   if (image.image_width == 0 || image.image_height == 0) {
     print_error("Error: %s. Could not determine actual image dimensions.\n",
@@ -43,8 +43,8 @@ bool holds_field(const ImageFile& image, const FieldDef& def) {
   });
 }
 
-// A TIFF file keeps its IPTC data in two fields of IFD0; they are set from the block built for this
-// file, or go when nothing is left for them.
+/// A TIFF file keeps its IPTC data in two fields of IFD0; they are set from the block built for
+/// this file, or go when nothing is left for them.
 void append_iptc_field_edits(const EditContext& context, EditList& edits) {
   const App13Result& app13 = context.app13;
   if (!app13.built || file_type_info(context.image.file_type).has_iptc_segment) {
@@ -67,22 +67,22 @@ void append_iptc_field_edits(const EditContext& context, EditList& edits) {
 }
 
 bool adds_field(const EditList& edits, std::uint16_t row) {
-  const auto used = std::span(edits.entries).first(static_cast<std::size_t>(edits.count));
-  return std::ranges::any_of(
-      used, [&](const EditEntry& edit) { return edit.op == EditOp::add && edit.field == row; });
+  return std::ranges::any_of(edits.list(), [&](const EditEntry& edit) {
+    return edit.op == EditOp::add && edit.field == row;
+  });
 }
 
-// A new EXIF or GPS IFD must hold the version of the standard that it follows (Exif 2.2, 4.6.5 and
-// 4.6.6); a version that the user asks for stands.
+/// A new EXIF or GPS IFD must hold the version of the standard that it follows (Exif 2.2, 4.6.5 and
+/// 4.6.6); a version that the user asks for stands.
 void append_version_edit(IfdKind kind, EditList& edits) {
   if (edits.count + 1 >= EditList::capacity) {
     return;
   }
   std::uint16_t row = 0;
-  const char* version = "";
+  std::string_view version;
   if (kind == IfdKind::image) {
     row = writer_fields().exif_ver;
-    version = "0220";
+    version = new_exif_version;
   } else if (kind == IfdKind::gps) {
     row = writer_fields().gps_ver;
     version = "2.0.0.0";
@@ -125,7 +125,7 @@ ErrorCode make_value(const EditContext& context, EditEntry& edit, const InsertPo
                       value);
   }
   const EncodeTarget target{.big_endian = place.ifd.big_endian,
-                            .layout = static_cast<std::int32_t>(context.image.maker_note_kind),
+                            .layout = context.image.maker_note_kind,
                             .early_check = false};
   const ErrorCode result = exif_encode_field(edit.field, target, edit.value.data(), edit.encoded,
                                              value.count, context.substitution);
@@ -161,7 +161,7 @@ FieldEntry make_entry(const EditEntry& edit, const InsertPosition& place, const 
   return entry;
 }
 
-// Gives the new entry the place behind entry `position`, moving those that share its index one on.
+/// Gives the new entry the place behind entry `position`, moving those that share its index one on.
 void insert_entry(ImageFile& image, FieldEntry& entry, int position) {
   std::size_t next = 0;
   if (position == before_all) {
@@ -206,8 +206,8 @@ DeletedEntry delete_entry(ImageFile& image, const FieldDef& def) {
   return {};
 }
 
-// A value that could not be encoded must not cost the file the value that it had. The entry just
-// marked stands in front of those of its edit state that earlier edits marked.
+/// A value that could not be encoded must not cost the file the value that it had. The entry just
+/// marked stands in front of those of its edit state that earlier edits marked.
 void restore_entry(ImageFile& image, const FieldDef& def, const DeletedEntry& deleted) {
   if (!deleted.found) {
     return;
@@ -223,9 +223,9 @@ void restore_entry(ImageFile& image, const FieldDef& def, const DeletedEntry& de
   }
 }
 
-// A field that was alone in its IFD leaves no other to go by, and where several IFDs are of one
-// kind (each page of a TIFF may have its EXIF IFD) the others are not its own: its new value takes
-// its own place.
+/// A field that was alone in its IFD leaves no other to go by, and where several IFDs are of one
+/// kind (each page of a TIFF may have its EXIF IFD) the others are not its own: its new value takes
+/// its own place.
 void insert_in_place(ImageFile& image, FieldEntry& entry, const DeletedEntry& replaced) {
   entry.index = replaced.index;
   entry.edit_state = replaced.edit_state;
@@ -268,7 +268,7 @@ ErrorCode add_field(EditContext& context, EditList& edits, EditEntry& edit,
   return ErrorCode::ok;
 }
 
-// Applies one edit; `pending` is the failure of an earlier one, which a later addition clears.
+/// Applies one edit; `pending` is the failure of an earlier one, which a later addition clears.
 void apply_edit(EditContext& context, EditList& edits, EditEntry& edit, ErrorCode& pending) {
   const FieldDef& def = field_table_defs[edit.field];
   const DeletedEntry deleted = delete_entry(context.image, def);
@@ -289,8 +289,8 @@ void apply_edit(EditContext& context, EditList& edits, EditEntry& edit, ErrorCod
   }
 }
 
-// Elements of array fields, and fields of a maker note that is carried over as one value, were
-// stored for display only.
+/// Elements of array fields, and fields of a maker note that is carried over as one value, were
+/// stored for display only.
 void delete_display_entries(ImageFile& image) {
   for (FieldEntry& entry : image.table()) {
     if (entry.tag > 0xFFFF || entry.ifd.display_only) {
@@ -311,9 +311,9 @@ ErrorCode apply_exif_edits(EditContext& context, EditList& edits) {
   append_iptc_field_edits(context, edits);
 
   ErrorCode pending = ErrorCode::ok;
-  std::int32_t next = 0;
+  std::size_t next = 0;
   for (; next < edits.count && image.field_count < field_table_capacity; ++next) {
-    apply_edit(context, edits, edits.entries[static_cast<std::size_t>(next)], pending);
+    apply_edit(context, edits, edits.entries[next], pending);
   }
   delete_display_entries(image);
   if (next < edits.count) {

@@ -1,10 +1,10 @@
 #include "write/exif_generate.h"
 
 #include <array>
-#include <string_view>
 
 #include "read/jpeg_markers.h"
-#include "support/byte_order.h"
+#include "read/tiff_header.h"
+#include "support/byte_text.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
 #include "support/settings.h"
@@ -13,43 +13,20 @@
 namespace tagmend {
 namespace {
 
-constexpr std::uint32_t tiff_header_size = 8;
 constexpr std::uint32_t segment_header_size = 10;  // marker, length, "Exif", two NULs
 constexpr std::uint32_t segment_tail_size = 2;     // counted by the segment's length
 
-struct Header {
-  std::array<std::uint8_t, segment_header_size + tiff_header_size> bytes{};
-  std::size_t length = 0;
-
-  void put(std::string_view text) {
-    for (const char c : text) {
-      bytes[length++] = static_cast<std::uint8_t>(c);
-    }
-  }
-  void put_u16(std::uint16_t value, bool big_endian) {
-    store_u16(std::span(bytes).subspan(length).first<2>(), value, big_endian);
-    length += 2;
-  }
-  void put_u32(std::uint32_t value, bool big_endian) {
-    store_u32(std::span(bytes).subspan(length).first<4>(), value, big_endian);
-    length += 4;
-  }
-};
-
-void put_segment_header(Header& header, std::uint64_t data_end) {
-  header.put_u16(marker_app1, true);
-  header.put_u16(static_cast<std::uint16_t>(data_end + segment_header_size), true);
-  header.put(exif_mark);
-  header.put(std::string_view("\0", 1));
+/// The header's length field counts the header without its marker, the data and the tail.
+void put_segment_header(ByteCursor& header, std::uint64_t data_end) {
+  static constexpr std::array<std::uint8_t, 1> padding{};
+  header.big_endian = true;
+  cursor_put_u16(header, marker_app1);
+  cursor_put_u16(header, static_cast<std::uint16_t>(data_end + segment_header_size));
+  cursor_put_bytes(header, bytes_of(exif_mark));
+  cursor_put_bytes(header, padding);
 }
 
-void put_tiff_header(Header& header, bool big_endian) {
-  header.put(big_endian ? "MM" : "II");
-  header.put_u16(42, big_endian);
-  header.put_u32(tiff_header_size, big_endian);
-}
-
-// The two bytes behind the TIFF data of a segment.
+/// The two bytes behind the TIFF data of a segment.
 ErrorCode write_tail(MFILE& output, std::uint64_t position, const char* file_name) {
   static constexpr std::array<std::uint8_t, segment_tail_size> zeros{};
   return write_block_at(output, position, zeros, file_name);
@@ -70,8 +47,8 @@ ErrorCode generate_exif(MFILE& source, MFILE& output, std::uint64_t position,
   const char* file_name = image.file_name.data();
   IfdWriter writer{.image = image, .source = source, .output = output};
   writer.base = static_cast<std::int64_t>(position) + (is_jpeg ? segment_header_size : 0);
-  writer.ifd_pos = tiff_header_size;
-  writer.data_end = tiff_header_size;
+  writer.ifd_pos = tiff_header_length;
+  writer.data_end = tiff_header_length;
   writer.big_endian = image.big_endian;
   ErrorCode result = write_main_chain(writer);
   if (result != ErrorCode::ok) {
@@ -79,7 +56,9 @@ ErrorCode generate_exif(MFILE& source, MFILE& output, std::uint64_t position,
   }
 
   const auto data_end = static_cast<std::uint64_t>(writer.data_end);
-  Header header;
+  std::array<std::uint8_t, segment_header_size + tiff_header_length> room;
+  ByteCursor header;
+  cursor_init(header, nullptr, room, 0);
   if (is_jpeg) {
     if (data_end + segment_header_size > 0xFFFF) {
       print_error("Error: File %s: Generated EXIF data too long. File not changed.\n", file_name);
@@ -91,9 +70,9 @@ ErrorCode generate_exif(MFILE& source, MFILE& output, std::uint64_t position,
       return result;
     }
   }
-  put_tiff_header(header, image.big_endian);
-  result =
-      write_block_at(output, position, std::span(header.bytes).first(header.length), file_name);
+  header.big_endian = image.big_endian;
+  put_tiff_header(header);
+  result = write_block_at(output, position, header.buffer.first(header.pos), file_name);
   if (result != ErrorCode::ok) {
     return result;
   }

@@ -11,8 +11,8 @@ namespace tagmend {
 
 /// Writes the EXIF data of the table to the output: for a JPEG an APP1 segment at `position`, for a
 /// TIFF the file from `position` on. Unchanged values and image data are copied from the source.
-/// The output then stands behind what was written. exif_too_long, end_of_buffer (the source ends
-/// within a value), seek_failed, write_failed or fatal_internal.
+/// Behind a segment the output then stands where the next one goes. exif_too_long, or a code of
+/// write_main_chain.
 ErrorCode generate_exif(MFILE& source, MFILE& output, std::uint64_t position,
                         const ImageFile& image);
 

@@ -4,7 +4,6 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -13,7 +12,7 @@
 namespace tagmend {
 namespace {
 
-// Linux allows names and values of 64 KiB; nearly all fit in far less.
+/// Linux allows names and values of 64 KiB; nearly all fit in far less.
 constexpr std::size_t usual_names = 1024;
 constexpr std::size_t usual_value = 1024;
 constexpr std::size_t largest_attribute = 65536;

@@ -6,7 +6,7 @@
 namespace tagmend {
 namespace {
 
-// Whether the IFD of `next` follows that of `last` in one chain, or in one array of offsets.
+/// Whether the IFD of `next` follows that of `last` in one chain, or in one array of offsets.
 bool continues_chain(const FieldEntry& last, const FieldEntry& next) {
   return next.ifd.parent == last.ifd.parent && next.seq >> 16 == last.seq >> 16 &&
          next.seq > last.seq;
@@ -24,8 +24,8 @@ constexpr UsualParent usual_parents[] = {
     {tag_ricoh_info, tag_maker_note},
 };
 
-// Id of the IFD at `level` that the entry belongs to, itself or by a pointer to its own IFD;
-// nothing for an entry that lies deeper still.
+/// Id of the IFD at `level` that the entry belongs to, itself or by a pointer to its own IFD;
+/// nothing for an entry that lies deeper still.
 std::optional<std::uint16_t> ifd_at(const FieldEntry& entry, std::uint16_t level) {
   if (entry.level == level) {
     return entry.ifd.id;
@@ -33,7 +33,7 @@ std::optional<std::uint16_t> ifd_at(const FieldEntry& entry, std::uint16_t level
   return entry.level == level + 1 ? std::optional(entry.ifd.holder) : std::nullopt;
 }
 
-// The first entry from `place` on of an IFD at `level`; null when it lost all its own entries.
+/// The first entry from `place` on of an IFD at `level`; null when it lost all its own entries.
 const FieldEntry* own_entry(std::span<const FieldEntry> table, std::size_t place,
                             std::uint16_t level, std::uint16_t ifd) {
   for (; place < table.size() && table[place].level >= level; ++place) {

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 #include "read/maker_note.h"
-#include "support/byte_cursor.h"
+#include "read/tiff_header.h"
 #include "support/byte_order.h"
 #include "support/byte_text.h"
 #include "support/file_primitives.h"
 #include "support/message.h"
+#include "write/ifd_tree.h"
 #include "write/image_data.h"
 #include "write/piece_mover.h"
 
@@ -18,18 +18,15 @@ namespace {
 
 constexpr std::uint32_t entry_size = 12;
 
-// Room for 100 entries; an IFD that is larger gets a buffer of its own size.
+/// Room for 100 entries; an IFD that is larger gets a buffer of its own size.
 constexpr std::uint32_t usual_ifd_buffer = 2 + 100 * entry_size + 4;
 
-// All offsets are 32-bit numbers, and even.
+/// All offsets are 32-bit numbers, and even.
 constexpr std::int64_t max_offset = 0xFFFFFFFE;
 
-// Lines that failed checks of a type report.
+/// Lines that failed checks of a type report.
 constexpr int line_entry_type = 666;
 constexpr int line_pointer_type = 767;
-
-constexpr std::string_view ricoh_info_header("[Ricoh Camera Info]\0", 20);
-constexpr std::uint16_t inner_tiff_header_size = 8;
 
 constexpr auto type_long = static_cast<std::uint16_t>(DataType::unsigned_long);
 constexpr auto type_undefined = static_cast<std::uint16_t>(DataType::undefined);
@@ -37,14 +34,13 @@ constexpr auto type_undefined = static_cast<std::uint16_t>(DataType::undefined);
 /// One IFD that is being assembled.
 struct OpenIfd {
   TaggedBytes memory;
-  ByteCursor buffer;          ///< over `memory`
-  std::uint32_t header = 0;   ///< bytes in front of the entry count
-  std::uint32_t entries = 0;  ///< how many entries it gets
-  bool is_image = false;      ///< its image data moves with it
-  std::uint32_t stream_offset_at =
-      0;  ///< buffer offsets of the entries 0x0201 and 0x0202; 0 for none
-  std::uint32_t stream_length_at = 0;
-  std::int64_t stream_source = 0;  ///< file offset of the JPEG stream in the source
+  ByteCursor buffer;                   ///< over `memory`
+  std::uint32_t header = 0;            ///< bytes in front of the entry count
+  std::uint32_t entries = 0;           ///< how many entries it gets
+  bool is_image = false;               ///< its image data moves with it
+  std::uint32_t stream_offset_at = 0;  ///< buffer offset of the entry 0x0201; 0 for none
+  std::uint32_t stream_length_at = 0;  ///< of the entry 0x0202
+  std::int64_t stream_source = 0;      ///< file offset of the JPEG stream in the source
   std::uint32_t stream_length = 0;
   std::array<MovedPieces, piece_pairs.size()> pieces{};
 };
@@ -69,7 +65,7 @@ std::uint32_t header_size(const ImageFile& image, std::uint32_t pointer) {
   }
   const MakerDef& maker = maker_def(image.maker_note_kind);
   const bool inner = maker.structure == MakerStructure::tiff_header;
-  return maker.header_length + (inner ? inner_tiff_header_size : 0U);
+  return maker.header_length + (inner ? tiff_header_length : 0U);
 }
 
 void put_header(const IfdWriter& writer, ByteCursor& buffer, std::uint32_t pointer) {
@@ -81,12 +77,9 @@ void put_header(const IfdWriter& writer, ByteCursor& buffer, std::uint32_t point
   }
   const MakerDef& maker = maker_def(writer.image.maker_note_kind);
   cursor_put_bytes(buffer, std::span(writer.image.maker_note_prefix).first(maker.header_length));
-  if (maker.structure != MakerStructure::tiff_header) {
-    return;
+  if (maker.structure == MakerStructure::tiff_header) {
+    put_tiff_header(buffer);
   }
-  cursor_put_bytes(buffer, bytes_of(writer.big_endian ? "MM" : "II"));
-  cursor_put_u16(buffer, 42);
-  cursor_put_u32(buffer, inner_tiff_header_size);
 }
 
 // ---- Entries ------------------------------------------------------------------------------------
@@ -100,8 +93,8 @@ ErrorCode advance_data_end(IfdWriter& writer, std::uint64_t size) {
   return ErrorCode::ok;
 }
 
-// A value set by an edit may be shorter than its count says (a block that fills whole numbers);
-// zeros fill it up.
+/// A value set by an edit may be shorter than its count says (a block that fills whole numbers);
+/// zeros fill it up.
 ErrorCode write_new_value(IfdWriter& writer, const FieldEntry& entry, std::uint64_t size) {
   static constexpr std::array<std::uint8_t, 8> zeros{};
   const auto position = static_cast<std::uint64_t>(writer.base + writer.data_end);
@@ -123,7 +116,7 @@ ErrorCode write_long_value(IfdWriter& writer, const FieldEntry& entry, std::uint
                            writer.base + writer.data_end, size);
 }
 
-// Notes what completing the IFD needs to move its image data.
+/// Notes what completing the IFD needs to move its image data.
 void note_image_data(const IfdWriter& writer, OpenIfd& ifd, const FieldEntry& entry,
                      std::uint32_t entry_at, std::uint64_t size) {
   if (entry.tag == jpeg_stream_pair.offsets_tag) {
@@ -173,8 +166,8 @@ void put_pointer(OpenIfd& ifd, std::uint32_t tag, std::uint16_t type, std::uint3
 
 // ---- Nested IFDs --------------------------------------------------------------------------------
 
-// The copy of the writer with which a nested chain is written: a maker note may count its offsets
-// from a place of its own.
+/// The copy of the writer with which a nested chain is written: a maker note may count its offsets
+/// from a place of its own.
 IfdWriter nested_writer(const IfdWriter& writer, std::uint32_t pointer, bool big_endian) {
   IfdWriter nested = writer;
   nested.ifd_pos = writer.data_end;
@@ -196,8 +189,8 @@ IfdWriter nested_writer(const IfdWriter& writer, std::uint32_t pointer, bool big
   return nested;
 }
 
-// Several IFDs behind one pointer get an array of offsets; its slots are filled as they are
-// written.
+/// Several IFDs behind one pointer get an array of offsets; its slots are filled as they are
+/// written.
 ErrorCode reserve_offset_array(IfdWriter& writer, std::uint32_t count, OffsetArray& array) {
   array.used = true;
   array.next = writer.base + writer.data_end;
@@ -260,7 +253,7 @@ ErrorCode begin_ifd(IfdWriter& writer, OpenIfd& ifd, TableRange range, std::uint
   return ErrorCode::ok;
 }
 
-// Moves the JPEG stream behind the IFD's values; both of its entries are written anew.
+/// Moves the JPEG stream behind the IFD's values; both of its entries are written anew.
 ErrorCode move_jpeg_stream(IfdWriter& writer, OpenIfd& ifd) {
   if (ifd.stream_source < 0) {
     return ErrorCode::end_of_buffer;
@@ -336,7 +329,7 @@ ErrorCode write_ifd(IfdWriter& writer, TableRange range, std::uint16_t level,
   return result == ErrorCode::ok ? complete_ifd(writer, ifd) : result;
 }
 
-// Output file offset of the next-IFD field of the IFD that is about to be written.
+/// Output file offset of the next-IFD field of the IFD that is about to be written.
 std::int64_t next_ifd_field(const IfdWriter& writer, TableRange range, std::uint16_t level,
                             std::uint32_t pointer) {
   const std::uint32_t entries = count_entries(writer.image.table(), range, level);
@@ -349,14 +342,14 @@ ErrorCode put_offset_at(IfdWriter& writer, std::int64_t position, std::int64_t o
                       static_cast<std::uint32_t>(offset), writer.big_endian);
 }
 
-// The pages of a TIFF file, of which each must have entries (TIFF 6.0): one that has lost them all
-// goes. Elsewhere an empty IFD keeps its place.
+/// The pages of a TIFF file, of which each must have entries (TIFF 6.0): one that has lost them all
+/// goes. Elsewhere an empty IFD keeps its place.
 bool holds_pages(const ImageFile& image, std::uint16_t level) {
   return image.file_type == FileType::tiff && level == 0;
 }
 
-// Writes the IFDs of a chain one behind the other, each linked to the next; those of an array are
-// linked through its slots instead.
+/// Writes the IFDs of a chain one behind the other, each linked to the next; those of an array are
+/// linked through its slots instead.
 ErrorCode write_chain(IfdWriter& writer, TableRange chain, std::uint16_t level,
                       std::uint32_t pointer, OffsetArray array) {
   const std::span<const FieldEntry> table = writer.image.table();
@@ -388,6 +381,12 @@ ErrorCode write_chain(IfdWriter& writer, TableRange chain, std::uint16_t level,
 }
 
 }  // namespace
+
+void put_tiff_header(ByteCursor& buffer) {
+  cursor_put_bytes(buffer, bytes_of(buffer.big_endian ? "MM" : "II"));
+  cursor_put_u16(buffer, tiff_magic);
+  cursor_put_u32(buffer, tiff_header_length);
+}
 
 ErrorCode write_main_chain(IfdWriter& writer) {
   const std::span<const FieldEntry> table = writer.image.table();

@@ -5,9 +5,9 @@
 #include <cstdint>
 
 #include "read/image_file.h"
+#include "support/byte_cursor.h"
 #include "support/error_code.h"
 #include "support/mfile.h"
-#include "write/ifd_tree.h"
 
 namespace tagmend {
 
@@ -24,9 +24,13 @@ struct IfdWriter {
   bool big_endian = true;
 };
 
+/// Puts the TIFF header of an IFD that stands right behind it, in the byte order of the cursor.
+void put_tiff_header(ByteCursor& buffer);
+
 /// Writes the main chain of the table with all that is nested in it. end_of_buffer when the source
 /// ends within a value, exif_too_long past 4 GiB, file_type_not_editable when image data would lie
-/// beyond the reach of its offsets, seek_failed, write_failed, no_memory or fatal_internal.
+/// beyond the reach of its offsets, seek_failed, read_failed, write_failed, no_memory or
+/// fatal_internal.
 ErrorCode write_main_chain(IfdWriter& writer);
 
 }  // namespace tagmend

@@ -8,8 +8,8 @@
 namespace tagmend {
 namespace {
 
-// Data of an obsolete kind whose tables and lists of free space cannot be moved (TIFF 6.0, section
-// 22 and FreeOffsets).
+/// Data of an obsolete kind whose tables and lists of free space cannot be moved (TIFF 6.0, section
+/// 22 and FreeOffsets).
 constexpr bool is_immovable(std::uint32_t tag) {
   return tag == 0x0207 || tag == 0x0208 || tag == 0x0209 || tag == 0x0120;
 }
@@ -23,7 +23,7 @@ const FieldEntry* find_in_ifd(const ImageFile& image, const FieldEntry& place, s
   return nullptr;
 }
 
-// Whether the partner of an offsets or lengths field stands beside it with the same count.
+/// Whether the partner of an offsets or lengths field stands beside it with the same count.
 bool has_partner(const ImageFile& image, const FieldEntry& entry, const ImageDataPair& pair) {
   if (!pair.holds(entry.tag)) {
     return true;

@@ -16,8 +16,8 @@ std::size_t live_count(const ImageFile& image) {
   return count;
 }
 
-// Moves from `place` over the entries nested behind it, so that nothing comes between an IFD's
-// entry and its IFDs.
+/// Moves from `place` over the entries nested behind it, so that nothing comes between an IFD's
+/// entry and its IFDs.
 int behind_nested(const ImageFile& image, std::size_t place, std::uint16_t level) {
   const std::size_t live = live_count(image);
   while (place + 1 < live && image.fields[place + 1].level > level) {
@@ -26,8 +26,8 @@ int behind_nested(const ImageFile& image, std::size_t place, std::uint16_t level
   return static_cast<int>(place);
 }
 
-// Whether a new entry of the IFD at `level`, some of whose entries come later in the table, may
-// stand behind `entry` of another kind.
+/// Whether a new entry of the IFD at `level`, some of whose entries come later in the table, may
+/// stand behind `entry` of another kind.
 bool ends_search(const FieldEntry& entry, std::uint16_t level, std::uint32_t tag) {
   if (entry.level <= level) {
     return true;
@@ -35,7 +35,7 @@ bool ends_search(const FieldEntry& entry, std::uint16_t level, std::uint32_t tag
   return entry.level == level + 1 && (entry.ifd.parent & 0xFFFF) < (tag & 0xFFFF);
 }
 
-// The search among the entries of a kind that the table holds; nothing when it holds none.
+/// The search among the entries of a kind that the table holds; nothing when it holds none.
 std::optional<InsertPosition> search_kind(IfdKind kind, std::uint32_t tag, const ImageFile& image) {
   InsertPosition result;
   bool seen = false;
@@ -73,8 +73,8 @@ int first_of_kind(IfdKind kind, const ImageFile& image) {
   return nowhere;
 }
 
-// A new IFD that a pointer in IFD0 leads to: it takes the place of that pointer, but never one
-// before the first entry of IFD0.
+/// A new IFD that a pointer in IFD0 leads to: it takes the place of that pointer, but never one
+/// before the first entry of IFD0.
 int pointer_position(std::uint32_t pointer_tag, const ImageFile& image) {
   const auto found = search_kind(IfdKind::camera, pointer_tag, image);
   if (!found) {
@@ -83,8 +83,8 @@ int pointer_position(std::uint32_t pointer_tag, const ImageFile& image) {
   return found->position == before_all ? first_of_kind(IfdKind::camera, image) : found->position;
 }
 
-// The first IFD nested in one that lost all its own entries and that this pointer led to; nowhere
-// when there is none.
+/// The first IFD nested in one that lost all its own entries and that this pointer led to; nowhere
+/// when there is none.
 int first_orphan(std::uint32_t pointer_tag, const ImageFile& image) {
   for (std::size_t place = 0; place < live_count(image); ++place) {
     const FieldEntry& entry = image.fields[place];
@@ -96,8 +96,8 @@ int first_orphan(std::uint32_t pointer_tag, const ImageFile& image) {
   return nowhere;
 }
 
-// The IFD that a pointer in IFD0 leads to, when the table has no entry of it. It takes in what was
-// nested in it before it lost its entries.
+/// The IFD that a pointer in IFD0 leads to, when the table has no entry of it. It takes in what was
+/// nested in it before it lost its entries.
 void place_behind_pointer(std::uint32_t pointer_tag, const ImageFile& image,
                           InsertPosition& result) {
   result.level = 1;

@@ -1,10 +1,10 @@
 #include "write/jpeg_rewrite.h"
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <string_view>
 
+#include "iptc/app13_format.h"
 #include "read/file_type.h"
 #include "read/jpeg_markers.h"
 #include "support/byte_text.h"
@@ -79,7 +79,7 @@ ErrorCode handle_app13(JpegRewrite& rewrite, bool& drop) {
     return ErrorCode::ok;
   }
   // Other programs keep data of their own in segments of this number.
-  if (!starts_with(rewrite.input, "Photoshop 3.0") || !rewrite.app13.built) {
+  if (!starts_with(rewrite.input, photoshop_header) || !rewrite.app13.built) {
     return ErrorCode::ok;
   }
   if (rewrite.iptc_done) {
@@ -93,8 +93,8 @@ ErrorCode handle_app13(JpegRewrite& rewrite, bool& drop) {
   return write_iptc_segment(rewrite);
 }
 
-// New segments for a file that had none: EXIF data in front of the first segment behind APP0 and
-// APP1, IPTC data in front of the first that is none of APP0 to APP13.
+/// New segments for a file that had none: EXIF data in front of the first segment behind APP0 and
+/// APP1, IPTC data in front of the first that is none of APP0 to APP13.
 ErrorCode write_missing_segments(JpegRewrite& rewrite, std::uint16_t marker) {
   const RunOptions& options = rewrite.options;
   ErrorCode result = ErrorCode::ok;
@@ -109,7 +109,7 @@ ErrorCode write_missing_segments(JpegRewrite& rewrite, std::uint16_t marker) {
   return result;
 }
 
-// Writes what goes in front of or in place of a segment, and says whether it is dropped.
+/// Writes what goes in front of or in place of a segment, and says whether it is dropped.
 ErrorCode handle_segment(JpegRewrite& rewrite, const Segment& segment, bool& drop) {
   const auto data_pos = static_cast<std::uint64_t>(segment.marker_pos) + 4;
   ErrorCode result = seek_to_offset(rewrite.input, data_pos);
@@ -146,7 +146,7 @@ ErrorCode copy_rest(JpegRewrite& rewrite, std::int64_t pos) {
   return copy_from_offsets(rewrite.input, pos, rewrite.output, current_position, 0);
 }
 
-// One step of the walk. `finished` tells that the whole input has been dealt with.
+/// One step of the walk. `finished` tells that the whole input has been dealt with.
 ErrorCode rewrite_segment(JpegRewrite& rewrite, bool& finished) {
   const std::int64_t start = mftell(rewrite.input);
   Segment segment;

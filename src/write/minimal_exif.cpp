@@ -11,7 +11,6 @@ namespace tagmend {
 namespace {
 
 constexpr std::string_view program_name = "Orvale V2.7.0";
-constexpr std::string_view exif_version = "0220";
 
 FieldEntry entry_for(std::uint16_t row, std::string_view text, const ImageFile& image) {
   const FieldDef& def = field_table_defs[row];
@@ -43,13 +42,13 @@ void init_minimal_exif(ImageFile& image) {
   firmware.ifd.parent = root_main;
   firmware.data = bytes_of(program_name);
 
-  FieldEntry version = entry_for(writer_fields().exif_ver, exif_version, image);
+  FieldEntry version = entry_for(writer_fields().exif_ver, new_exif_version, image);
   version.level = 1;
   version.index = static_cast<std::uint16_t>(firmware.index + 1);
   version.ifd.id = static_cast<std::uint16_t>(firmware.ifd.id + 1);
   version.ifd.holder = firmware.ifd.id;
   version.ifd.parent = tag_exif_ifd;
-  std::ranges::copy(bytes_of(exif_version), version.raw.begin());
+  std::ranges::copy(bytes_of(new_exif_version), version.raw.begin());
 
   image.ifd_count += 2;
   static_cast<void>(append_field(image, firmware));

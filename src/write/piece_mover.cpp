@@ -13,7 +13,7 @@
 namespace tagmend {
 namespace {
 
-// Pieces whose offsets and lengths are read, and written back, in one go.
+/// Pieces whose offsets and lengths are read, and written back, in one go.
 constexpr std::uint32_t batch_size = 256;
 using NumberBytes = std::array<std::uint8_t, std::size_t{batch_size} * 4>;
 
@@ -50,7 +50,7 @@ struct NumberField {
   }
 };
 
-// Copies one piece and gives the offset that it now has.
+/// Copies one piece and gives the offset that it now has.
 ErrorCode move_piece(const PieceTarget& target, std::int64_t source_pos, std::uint32_t length,
                      std::uint32_t offset_size, std::uint64_t& data_end) {
   if (offset_size == 2 && data_end > 0xFFFF) {

@@ -25,8 +25,8 @@ struct PieceTarget {
 
 /// Copies each piece to `data_end` (an offset from the base, moved behind it and to an even place)
 /// and writes its new offset. end_of_buffer, exif_too_long past 4 GiB, file_type_not_editable when
-/// a 16-bit offset cannot reach its piece, seek_failed, write_failed, fatal_internal for fields of
-/// a type that holds no offsets.
+/// a 16-bit offset cannot reach its piece, seek_failed, read_failed, write_failed, fatal_internal
+/// for fields of a type that holds no offsets.
 ErrorCode move_pieces(const MovedPieces& pieces, const PieceTarget& target,
                       std::uint64_t& data_end);
 

@@ -9,19 +9,20 @@
 #include <cstdio>
 #include <cstring>
 
+#include "read/file_type.h"
 #include "support/message.h"
 #include "write/temp_file.h"
 
 namespace tagmend {
 namespace {
 
-// Lines that a backup name past its limit reports: with an extension and without.
+/// Lines that a backup name past its limit reports: with an extension and without.
 constexpr int line_backup_with_extension = 4883;
 constexpr int line_backup_plain = 4897;
 constexpr int line_numbered_with_extension = 4290;
 constexpr int line_numbered_plain = 4304;
 
-// A rename that takes no name that is in use, where the system can do that.
+/// A rename that takes no name that is in use, where the system can do that.
 int rename_to_free(const char* name, const char* backup) {
   if (renameat2(AT_FDCWD, name, AT_FDCWD, backup, RENAME_NOREPLACE) == 0) {
     return 0;
@@ -52,8 +53,8 @@ bool lacks_links(int error) {
   }
 }
 
-// The two names change places. False where the file system can't do that, and on every failure: a
-// rename then tells whether it was one.
+/// The two names change places. False where the file system can't do that, and on every failure: a
+/// rename then tells whether it was one.
 bool exchange(const char* temp, const char* name) {
   return renameat2(AT_FDCWD, temp, AT_FDCWD, name, RENAME_EXCHANGE) == 0;
 }
@@ -63,16 +64,10 @@ bool has_extension(std::string_view name) {
   return dot != std::string_view::npos && dot != 0;
 }
 
-// Whether the name leads to the file that was read.
+/// Whether the name leads to the file that was read.
 bool is_unchanged(const char* name, const FileIdentity& identity) {
   struct stat status {};
-  if (!identity.known) {
-    return true;
-  }
-  return stat(name, &status) == 0 && status.st_dev == identity.device &&
-         status.st_ino == identity.inode && status.st_size == identity.size &&
-         status.st_mtim.tv_sec == identity.modified_sec &&
-         status.st_mtim.tv_nsec == identity.modified_nsec;
+  return !identity.known || (stat(name, &status) == 0 && identity_of(status) == identity);
 }
 
 ErrorCode refuse_rename(const char* from, const char* to) {
@@ -108,8 +103,8 @@ bool sync_directory(const Descriptor& directory) {
   return fsync(directory.number) == 0 || errno == EINVAL;
 }
 
-// Two runs that exchange names in one directory at the same time could each take the other's new
-// file for the one that they replace. Where there are no such locks they are not kept apart.
+/// Two runs that exchange names in one directory at the same time could each take the other's new
+/// file for the one that they replace. Where there are no such locks they are not kept apart.
 Descriptor lock_directory() {
   Descriptor directory(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (directory.is_open()) {
@@ -119,7 +114,7 @@ Descriptor lock_directory() {
   return directory;
 }
 
-// The original has its backup name too. One more try helps where a network answered badly.
+/// The original has its backup name too. One more try helps where a network answered badly.
 void remove_exchanged(const char* temp) {
   if (unlink(temp) != 0) {
     unlink(temp);
@@ -132,8 +127,8 @@ void report_kept(const Replacement& files) {
   release_temp_file();
 }
 
-// Gives the name back to what came out of an exchange. What then comes out is the new file, unless
-// yet another one is seen to have taken the name meanwhile: that is nobody's to remove.
+/// Gives the name back to what came out of an exchange. What then comes out is the new file, unless
+/// yet another one is seen to have taken the name meanwhile: that is nobody's to remove.
 void exchange_back(const Replacement& files) {
   const char* const temp = files.temp.data();
   struct stat status {};
@@ -148,8 +143,8 @@ void exchange_back(const Replacement& files) {
   }
 }
 
-// The original goes as soon as its name is sure to lead to the new file; it gets the backup name
-// when it can't go.
+/// The original goes as soon as its name is sure to lead to the new file; it gets the backup name
+/// when it can't go.
 ErrorCode remove_original(Replacement& files, const FileIdentity& identity) {
   const char* const temp = files.temp.data();
   if (!is_unchanged(temp, identity)) {
@@ -166,12 +161,12 @@ ErrorCode remove_original(Replacement& files, const FileIdentity& identity) {
   return ErrorCode::ok;
 }
 
-// The backup is a second name of the original, which keeps its own until the new file takes it.
+/// The backup is a second name of the original, which keeps its own until the new file takes it.
 ErrorCode replace_linked(Replacement& files, const FileIdentity& identity) {
   const char* const temp = files.temp.data();
   const char* const backup = files.backup.data();
   if (!is_unchanged(backup, identity)) {
-    (void)link(backup, files.name);  // fails unless the name has gone
+    static_cast<void>(link(backup, files.name));  // fails unless the name has gone
     unlink(backup);
     return refuse_changed(files);
   }
@@ -193,7 +188,7 @@ ErrorCode replace_linked(Replacement& files, const FileIdentity& identity) {
   return ErrorCode::ok;
 }
 
-// Without hard links the original gets the backup name once the new file stands in its place.
+/// Without hard links the original gets the backup name once the new file stands in its place.
 ErrorCode back_up_exchanged(Replacement& files, const FileIdentity& identity) {
   if (!is_unchanged(files.temp.data(), identity)) {
     exchange_back(files);
@@ -210,7 +205,7 @@ ErrorCode back_up_exchanged(Replacement& files, const FileIdentity& identity) {
   return ErrorCode::ok;
 }
 
-// For file systems that can do neither: the name is missing between the two renames.
+/// For file systems that can do neither: the name is missing between the two renames.
 ErrorCode replace_by_renames(Replacement& files, const FileIdentity& identity) {
   const char* const backup = files.backup.data();
   if (give_free_name(files.name, files.backup, rename_to_free) != 0) {

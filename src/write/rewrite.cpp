@@ -52,14 +52,14 @@ ErrorCode write_content(MFILE& input, MFILE& output, RewriteJob& job) {
   return result;
 }
 
-// A read that the system failed must not pass for the end of the file.
+/// A read that the system failed must not pass for the end of the file.
 ErrorCode write_new_file(MFILE& input, MFILE& output, RewriteJob& job) {
   const ErrorCode result = write_content(input, output, job);
   return result == ErrorCode::ok && mferror(input) != 0 ? ErrorCode::read_failed : result;
 }
 
-// Everything must have arrived on stable storage before the new file may take the name: after a
-// power failure the name leads to the old content or to the new, never to an empty file.
+/// Everything must have arrived on stable storage before the new file may take the name: after a
+/// power failure the name leads to the old content or to the new, never to an empty file.
 ErrorCode finish_output(const MFILE& input, MFileHandle& output, Replacement& files) {
   files.inode = copy_attributes(mfdescriptor(input), mfdescriptor(*output));
   const bool stored = mfflush(*output) == 0 && fsync(mfdescriptor(*output)) == 0;
@@ -73,17 +73,15 @@ ErrorCode finish_output(const MFILE& input, MFileHandle& output, Replacement& fi
   return ErrorCode::write_failed;
 }
 
-// The temporary file, complete; on failure it is gone.
-ErrorCode make_new_file(MFileHandle input, CreatedFileList* created, RewriteJob& job,
+/// The temporary file, complete; on failure it is gone.
+ErrorCode make_new_file(MFileHandle input, CreatedFileList& created, RewriteJob& job,
                         Replacement& files) {
   ErrorCode result = check_image_length(job.image);
   if (result != ErrorCode::ok) {
     print_error("Error openning file %s: %s\n", files.name, error_text(result));
     return result;
   }
-  if (created != nullptr) {
-    created_list_add(*created, files.name);
-  }
+  created_list_add(created, files.name);
   MFileHandle output;
   result = create_output(job.image.file_type, files.temp, output);
   if (result == ErrorCode::ok) {
@@ -99,16 +97,10 @@ ErrorCode make_new_file(MFileHandle input, CreatedFileList* created, RewriteJob&
   return result;
 }
 
-void note_backup(CreatedFileList* created, const SiblingName& backup) {
-  if (created != nullptr) {
-    created_list_add(*created, backup.data());
-  }
-}
-
 bool keeps_backup(const RewriteJob& job) { return job.options.keep_backup || job.unread_metadata; }
 
-// What becomes of the backup once the new file has its name.
-void settle_backup(const Replacement& files, CreatedFileList* created, const RewriteJob& job) {
+/// What becomes of the backup once the new file has its name.
+void settle_backup(const Replacement& files, CreatedFileList& created, const RewriteJob& job) {
   if (!files.backup_made || (!keeps_backup(job) && remove_backup(files))) {
     return;
   }
@@ -116,12 +108,12 @@ void settle_backup(const Replacement& files, CreatedFileList* created, const Rew
     print_warning("Warning: File %s: some metadata could not be read, original kept as '%s'\n",
                   files.name, files.backup.data());
   }
-  note_backup(created, files.backup);
+  created_list_add(created, files.backup.data());
 }
 
 }  // namespace
 
-ErrorCode rewrite_file(const char* name, MFileHandle source, CreatedFileList* created,
+ErrorCode rewrite_file(const char* name, MFileHandle source, CreatedFileList& created,
                        const ImageFile& image, const RunOptions& options, const App13Result& app13,
                        bool metadata_incomplete) {
   RewriteJob job{image, options, app13, metadata_incomplete};
@@ -135,7 +127,7 @@ ErrorCode rewrite_file(const char* name, MFileHandle source, CreatedFileList* cr
   if (result == ErrorCode::ok) {
     settle_backup(files, created, job);
   } else if (files.backup_made) {
-    note_backup(created, files.backup);
+    created_list_add(created, files.backup.data());
   }
   return result;
 }

@@ -11,10 +11,11 @@
 namespace tagmend {
 
 /// Writes the edited file, whose source is still open from reading it, under a temporary name,
-/// keeps the original under a backup name and gives the new file its name; at every instant the
-/// name leads to the whole old or the whole new file. The names written are added to `created`.
+/// keeps the original under a backup name, if it is to be kept, and gives the new file its name; at
+/// every instant the name leads to the whole old or the whole new file, as far as the file system
+/// allows it (replace_file). The names written are added to `created`.
 /// Codes of the readers and writers, unknown_file_type (check_image_length), or rename_failed.
-ErrorCode rewrite_file(const char* name, MFileHandle source, CreatedFileList* created,
+ErrorCode rewrite_file(const char* name, MFileHandle source, CreatedFileList& created,
                        const ImageFile& image, const RunOptions& options, const App13Result& app13,
                        bool metadata_incomplete);
 

@@ -11,12 +11,12 @@
 namespace tagmend {
 namespace {
 
-// Names that a killed process of the same number left behind are passed over, up to this many.
+/// Names that a killed process of the same number left behind are passed over, up to this many.
 constexpr int max_attempts = 100;
 
 constexpr int fatal_signals[] = {SIGINT, SIGTERM, SIGHUP};
 
-// Read by the signal handler: set only while the signals are blocked.
+/// Read by the signal handler: set only while the signals are blocked.
 SiblingName pending_name{};
 volatile sig_atomic_t pending = 0;
 
@@ -30,8 +30,8 @@ void remove_pending() {
   errno = error;
 }
 
-// Only async-signal-safe calls. The default action is restored on entry, so that raising the signal
-// again ends the program as the sender meant.
+/// Only async-signal-safe calls. The default action is restored on entry, so that raising the
+/// signal again ends the program as the sender meant.
 void on_fatal_signal(int signal_number) {
   if (pending != 0) {
     unlink(pending_name.data());

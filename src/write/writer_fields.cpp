@@ -1,8 +1,5 @@
 #include "write/writer_fields.h"
 
-#include <array>
-#include <iterator>
-
 #include "dictionary/field_def.h"
 #include "support/message.h"
 
@@ -12,7 +9,7 @@ namespace {
 constexpr std::uint32_t tag_width = 0xA002;
 constexpr std::uint32_t tag_height = 0xA003;
 
-// The line that is reported for the first field of the list below; the others follow it.
+/// The line that is reported for the first field of the list below; the others follow it.
 constexpr int first_line = 4834;
 
 constexpr const char* required_names[] = {

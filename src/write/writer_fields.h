@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace tagmend {
 
@@ -14,6 +15,9 @@ struct WriterFields {
   std::uint16_t width;
   std::uint16_t height;
 };
+
+/// The version of the standard that new EXIF data follows, as its field exif-ver holds it.
+inline constexpr std::string_view new_exif_version = "0220";
 
 /// Looks the rows up, once a run; a missing one ends the program (status 1).
 const WriterFields& writer_fields();

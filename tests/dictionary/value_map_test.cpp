@@ -17,7 +17,7 @@ TEST(ValueMap, NamesGiveNumbers) {
   constexpr std::int64_t none = -1;
   const struct {
     const char* field;
-    std::int32_t layout;
+    std::uint32_t layout;
     const char* text;
     std::int64_t value;
   } cases[] = {
