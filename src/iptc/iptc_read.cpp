@@ -250,7 +250,8 @@ ByteCursor whole_value(ReadContext& context, const ByteCursor& value, std::uint6
   ByteCursor whole = cursor_over(value, length);
   if (whole.buffer.size() < length && value.file != nullptr) {
     const std::span<std::uint8_t> room = buffer.bytes();
-    const std::uint64_t wanted = std::min<std::uint64_t>(length, room.size());
+    const std::uint64_t reachable = file_offset_end - cursor_tell(value);
+    const std::uint64_t wanted = std::min({length, std::uint64_t{room.size()}, reachable});
     std::size_t arrived = 0;
     static_cast<void>(read_block_at(*value.file, cursor_tell(value),
                                     room.first(static_cast<std::size_t>(wanted)), arrived));

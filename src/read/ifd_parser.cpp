@@ -208,18 +208,43 @@ void keep_prefix(IfdChain& chain, ByteCursor cursor, std::uint32_t offset, bool 
   }
 }
 
-// Reads a maker note as an IFD. Nothing when it is none, when it holds no field (a note of another
-// form may begin with zeros), or when it could not be read whole and its bytes survive an edit
-// better than what was understood of them: it is then an ordinary value, and the fields that were
-// read are for display only.
+/// What the notes of a file are written with: there is one for all of them.
+struct NoteLayout {
+  std::uint32_t kind;
+  decltype(ImageFile::maker_note_prefix) prefix;
+
+  bool operator==(const NoteLayout&) const = default;
+};
+
+bool has_maker_fields(const ImageFile& image) {
+  return std::ranges::any_of(image.table(), [](const FieldEntry& entry) {
+    return entry.ifd.parent == tag_maker_note && !entry.ifd.display_only;
+  });
+}
+
+/// Reads a maker note as an IFD. Nothing when it is none, when it holds no field (a note of another
+/// form may begin with zeros), when an earlier note of the file has another layout, or when it
+/// could not be read whole and its bytes survive an edit better than what was understood of them:
+/// it is then an ordinary value, and the fields that were read are for display only.
 std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& entry,
                                          ReadContext& context) {
   ImageFile& image = context.image;
   ByteCursor cursor = entry.value;
   const std::uint32_t offset = cursor_get_u32(cursor);
+  const NoteLayout first{image.maker_note_kind, image.maker_note_prefix};
   const bool fits =
       recognise_maker_note(cursor, offset, chain.maker_note_buffer, image.maker_note_kind);
   const MakerDef& maker = maker_def(image.maker_note_kind);
+  if (maker.is_ifd) {
+    keep_prefix(chain, cursor, offset, fits, image);
+  }
+  if (has_maker_fields(image) &&
+      NoteLayout{image.maker_note_kind, image.maker_note_prefix} != first) {
+    image.maker_note_kind = first.kind;
+    image.maker_note_prefix = first.prefix;
+    image.incomplete |= maker.is_ifd && (!fits || !is_movable(maker));
+    return std::nullopt;
+  }
   if (!maker.is_ifd) {
     return std::nullopt;
   }
@@ -230,7 +255,6 @@ std::optional<ErrorCode> read_maker_note(IfdChain& chain, const StoredEntry& ent
   const bool whole = result == ErrorCode::ok && !image.incomplete;
   image.incomplete |= was_incomplete;
   const bool no_field = result == ErrorCode::ok && image.field_count == first_field;
-  keep_prefix(chain, cursor, offset, fits, image);
   const bool better_copied = no_field || (!whole && (!result || !fits || is_movable(maker)));
   if (better_copied && is_whole(chain, entry, offset)) {
     for (FieldEntry& field : image.table().subspan(first_field)) {
@@ -251,6 +275,19 @@ ErrorCode read_nested_ifd(const IfdChain& chain, const StoredEntry& entry, ReadC
 /// Whether the IFDs of a chain may describe images: pages and sub-images.
 bool may_hold_images(std::uint16_t level, std::uint32_t parent) {
   return level == 0 || parent == tag_sub_ifd;
+}
+
+/// Whether the value is an offset of what is not read here, and so will not be where it then
+/// points: any IFD of type 13 (TIFF Technical Note 1), and what the main chain's fields
+/// GlobalParametersIFD (RFC 3949), ExtraCameraProfiles (DNG) and a DNGPrivateData as short as an
+/// offset locate.
+bool leads_to_unread(const IfdChain& chain, const StoredEntry& entry) {
+  if (entry.count == 0 || locates_image_data(entry.tag)) {
+    return false;
+  }
+  const bool private_offset = entry.tag == 0xC634 && entry.size() == inline_value_length;
+  return entry.type == static_cast<std::uint16_t>(DataType::ifd_offset) ||
+         (chain.level == 0 && (entry.tag == 0x0190 || entry.tag == 0xC6F5 || private_offset));
 }
 
 ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
@@ -281,6 +318,7 @@ ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
     }
     return read_nested_ifd(chain, entry, context);
   }
+  context.image.incomplete |= leads_to_unread(chain, entry);
   return read_value(chain, entry, context);
 }
 
@@ -300,6 +338,16 @@ std::uint32_t all_errors(const IfdChain& chain) {
   return chain.format_errors + chain.cursor.error_count;
 }
 
+/// The IFDs of an array are linked by it alone: what one of them links to has no place when they
+/// are written.
+void note_chain_in_array(const IfdChain& chain, std::uint32_t next_offset, ImageFile& image) {
+  const bool is_in_array = chain.seq >> 16 != 0;
+  if (is_in_array && next_offset != 0) {
+    image.incomplete = true;
+    image.images_unread |= chain.parent == tag_sub_ifd;
+  }
+}
+
 std::optional<ErrorCode> read_ifds(IfdChain& chain, std::uint32_t offset, ReadContext& context) {
   for (bool first = true;; first = false) {
     const auto count = begin_ifd(chain, offset, context.image);
@@ -315,6 +363,7 @@ std::optional<ErrorCode> read_ifds(IfdChain& chain, std::uint32_t offset, ReadCo
     }
     offset = cursor_get_u32(chain.cursor);
     context.image.images_unread |= chain.level == 0 && *count == 0 && offset != 0;
+    note_chain_in_array(chain, offset, context.image);
     ++chain.seq;
     chain.ended = offset == 0;
     if (chain.ended || all_errors(chain) > max_format_errors) {

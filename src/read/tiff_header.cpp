@@ -122,13 +122,18 @@ ErrorCode locate_in_mrw(ByteCursor& cursor, ImageFile& image, std::uint32_t& fir
   return ErrorCode::ok;
 }
 
-// The signature was the header's first half. The IFD itself is fetched by its reader, wherever it
-// lies.
+/// What follows the header of a Canon raw file (CR2): a second header, with the offset of the IFD
+/// of the raw picture. It is no part of any IFD, so nothing could write it again.
+constexpr std::string_view raw_header_mark("CR\2\0", 4);
+
+/// The signature was the header's first half. The IFD itself is fetched by its reader, wherever it
+/// lies.
 ErrorCode locate_in_tiff(ByteCursor& cursor, ImageFile& image, std::uint32_t& first_ifd) {
   first_ifd = cursor_get_u32(cursor);
   cursor.offset_base = 0;
   image.tiff_header_pos = 0;
   image.metadata_end = image.identity.size;
+  image.images_unread |= text_of(cursor.rest()).starts_with(raw_header_mark);
   return seek_to_offset(*cursor.file, first_ifd);
 }
 

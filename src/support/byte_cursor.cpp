@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
-#include <limits>
 
 #include "support/byte_order.h"
 #include "support/message.h"
@@ -64,12 +63,14 @@ std::span<std::uint8_t, count> take(ByteCursor& cursor) {
 ErrorCode refill(ByteCursor& cursor, std::uint32_t offset, std::int64_t file_offset,
                  std::span<std::uint8_t> area) {
   if (cursor.file == nullptr || file_offset < 0 ||
-      file_offset > std::numeric_limits<std::uint32_t>::max() ||
+      static_cast<std::uint64_t>(file_offset) >= file_offset_end ||
       mfseek(*cursor.file, file_offset, Whence::start) != 0) {
     return ErrorCode::seek_failed;
   }
   errno = 0;
-  const std::size_t got = mfread(area.data(), 1, area.size(), *cursor.file);
+  const std::uint64_t reachable = file_offset_end - static_cast<std::uint64_t>(file_offset);
+  const std::size_t wanted = std::min<std::uint64_t>(area.size(), reachable);
+  const std::size_t got = mfread(area.data(), 1, wanted, *cursor.file);
   if (got == 0) {
     print_error("Can't read context data: %s\n", std::strerror(errno));
     return ErrorCode::read_failed;

@@ -13,6 +13,9 @@
 
 namespace tagmend {
 
+/// File offsets have 32 bits: no cursor reaches what lies behind the first 4 GiB of a file.
+inline constexpr std::uint64_t file_offset_end = std::uint64_t{1} << 32;
+
 struct ByteCursor {
   std::uint32_t error_count = 0;   ///< failed reads since the owner last cleared it (but those of
                                    ///< cursor_get_u16_mm)

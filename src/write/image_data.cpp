@@ -58,8 +58,10 @@ bool can_be_carried(const ImageFile& image, const FieldEntry& entry) {
 }  // namespace
 
 bool is_image_ifd(const FieldEntry& entry) {
-  return entry.level == 0 || entry.ifd.parent == tag_sub_ifd ||
-         entry.kind == IfdKind::nikon_thumbnail;
+  // In maker notes the tags of image data are common numbers.
+  const bool in_maker_note =
+      entry.ifd.parent == tag_maker_note || entry.ifd.parent == tag_ricoh_info;
+  return entry.kind == IfdKind::nikon_thumbnail || !in_maker_note;
 }
 
 std::uint32_t integer_size(const FieldEntry& entry) {

@@ -8,15 +8,16 @@
 
 namespace tagmend {
 
-/// Whether the IFD of an entry describes an image: those of the main chain, of sub-IFD arrays, and
-/// the Nikon thumbnail. Elsewhere (in maker notes) the tags above mean other things.
+/// Whether the fields of an entry's IFD may locate image data: in all but maker notes, where their
+/// tags mean other things; of those only the Nikon thumbnail does.
 bool is_image_ifd(const FieldEntry& entry);
 
 /// Bytes of one number of a field of integers of 16 or 32 bits, which is what offsets and lengths
 /// are; 0 for any other type.
 std::uint32_t integer_size(const FieldEntry& entry);
 
-/// Whether all image data that the file's IFDs point at can be carried over.
+/// Whether all image data that the file's IFDs point at can be carried over: offsets and lengths
+/// stand once each, in pairs, and none of them is of a kind that cannot be moved.
 [[nodiscard]] bool can_carry_image_data(const ImageFile& image);
 
 /// The number that an entry holds: its value when it is one SHORT or LONG, else the number that its

@@ -141,8 +141,22 @@ bool edit_is_pending(const JpegRewrite& rewrite) {
          (rewrite.options.iptc_added && !rewrite.iptc_done && rewrite.app13.built);
 }
 
-// The rest of the file from `pos` on: the image data, or what is left of a file that ends early.
+/// An index of further pictures behind this one counts their offsets from its own place
+/// (Multi-Picture Format, CIPA DC-007).
+void note_index(JpegRewrite& rewrite, const Segment& segment, std::int64_t start) {
+  if (segment.marker == marker_app2 &&
+      seek_to_offset(rewrite.input, static_cast<std::uint64_t>(segment.marker_pos) + 4) ==
+          ErrorCode::ok &&
+      starts_with(rewrite.input, std::string_view("MPF\0", 4))) {
+    rewrite.index_shift = mftell(rewrite.output) - start;
+  }
+}
+
+/// The rest of the file from `pos` on: the image data, or what is left of a file that ends early.
+/// Pictures in it that move otherwise than their index are no longer found by it.
 ErrorCode copy_rest(JpegRewrite& rewrite, std::int64_t pos) {
+  const std::int64_t shift = mftell(rewrite.output) - pos;
+  rewrite.dropped_unread |= rewrite.index_shift.value_or(shift) != shift;
   return copy_from_offsets(rewrite.input, pos, rewrite.output, current_position, 0);
 }
 
@@ -179,6 +193,7 @@ ErrorCode rewrite_segment(JpegRewrite& rewrite, bool& finished) {
   }
   const std::int64_t end = segment.marker_pos + 2 + segment.length;
   if (!drop) {
+    note_index(rewrite, segment, start);
     result = copy_from_offsets(rewrite.input, start, rewrite.output, current_position,
                                static_cast<std::uint64_t>(end - start));
     // A last segment that is cut off counts: all of it that is there has been copied.

@@ -2,6 +2,9 @@
 // anew, kept or dropped, everything else is copied byte for byte.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "iptc/app13_build.h"
 #include "read/image_file.h"
 #include "support/error_code.h"
@@ -19,7 +22,8 @@ struct JpegRewrite {
   bool exif_done = false;       ///< the new EXIF segment has been written
   bool iptc_done = false;       ///< the new IPTC segment has been written
   bool exif_seen = false;       ///< the EXIF segment that was read has been passed
-  bool dropped_unread = false;  ///< a segment that the reader passed over was left out
+  bool dropped_unread = false;  ///< what the reader passed over was left out, or can't be found
+  std::optional<std::int64_t> index_shift{};  ///< how far an index of further pictures has moved
 };
 
 /// Writes the whole file. not_a_jpeg when an edit is still to be made where the segments end in

@@ -406,6 +406,38 @@ TEST(MakerNote, IfdsBehindItsFirst) {
   check_edit({{"-b", "-a", "artist=x"}, source, edited}, "photo.tif");
 }
 
+// The notes of a file are written in one layout: one that differs from the first is a value.
+TEST(MakerNote, ASecondNoteOfAnotherLayout) {
+  const std::vector<Camera> all = cameras();
+  const auto note = [&all](std::size_t layout, bool big) {
+    Ifd ifd = ifd_of_note(note_of(all[layout], true, big));
+    ifd.entries = {text(0x0002, layout == 30 ? "first" : "other")};
+    return ifd;
+  };
+  for (const bool same : {true, false}) {
+    const Ifd second = note(same ? 30 : 31, false);
+    Chain chain = photo_of(note_of(all[30], true, true));
+    set(exif(chain), maker_note(note(30, true)));
+    set(chain[1], pointer(0x8769, {rationals(0x829A, {1, 9}), maker_note(second)}));
+    const Bytes source = source_photo(true, chain);
+    Chain changed = chain;
+    set(changed[0], text(0x013B, "x"));
+    Files after;
+    if (!same) {
+      const auto at =
+          source.begin() + static_cast<std::ptrdiff_t>(position(source, bytes_of(all[31].prefix)));
+      const auto length = all[31].prefix.size() + 8 + layout::table_size(second) + 6;
+      set(nested(changed[1], 0x8769),
+          octets(0x927C, kUndefined, Bytes(at, at + static_cast<std::ptrdiff_t>(length))));
+      after["photo-be.jpg"] = source;
+    }
+    after["photo.jpg"] = written_photo(true, changed);
+    const Sandbox sandbox({{"photo.jpg", source}});
+    EXPECT_EQ(run(sandbox, {"-b", "-a", "artist=x", "photo.jpg"}).status, 0);
+    expect_files(sandbox, after);
+  }
+}
+
 /// The note is carried over as it is.
 void check_value(const Camera& camera, const Bytes& content) {
   SCOPED_TRACE(camera.layout);

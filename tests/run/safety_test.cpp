@@ -65,6 +65,10 @@ TEST(Safety, WhatCouldNotBeReadStaysInTheBackup) {
   Bytes cut_pointer =
       scattered_tiff(true, {ifd_of({text(0x010F, "Acme"), longs(0x8825, {60000})})});
   Chain without_gps = {ifd_of({text(0x010F, "Acme"), text(0x013B, "x")})};
+  // An index of further pictures counts from its own place, and Exif comes in front of it.
+  const Bytes index = segment(0xE2, joined({bytes_of(std::string_view("MPF\0", 4)), noise(80, 3)}));
+  const Bytes exif = source_exif(true, camera());
+  const Bytes new_exif = written_exif(true, camera_of("x"));
   struct {
     Bytes source;
     Bytes expected;
@@ -74,6 +78,8 @@ TEST(Safety, WhatCouldNotBeReadStaysInTheBackup) {
        jpeg({written_exif(true, camera_of("x")), picture()}), ""},
       {jpeg({app1_exif(cut_pointer), picture()}),
        jpeg({written_exif(true, without_gps), picture()}), "Can't read context data: Success\n"},
+      {jpeg({app0_jfif(), index, exif, picture()}), jpeg({app0_jfif(), new_exif, index, picture()}),
+       ""},
   };
   const std::string warning =
       "Warning: File photo.jpg: some metadata could not be read, original kept as "
@@ -86,6 +92,9 @@ TEST(Safety, WhatCouldNotBeReadStaysInTheBackup) {
       expect_files(sandbox, {{"photo.jpg", wanted.expected}, {"photo-be.jpg", wanted.source}});
     }
   }
+  check_edit({{"-b", "-a", "artist=x"},
+              jpeg({app0_jfif(), exif, index, picture()}),
+              jpeg({app0_jfif(), new_exif, index, picture()})});
 }
 
 TEST(Safety, TheNewFileTakesOverWhatTheOldOneWas) {

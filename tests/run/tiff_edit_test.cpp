@@ -2,6 +2,7 @@
 // them, whatever the layout of the source.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -58,6 +59,9 @@ TEST(TiffEdit, EveryStructureIsCarriedOver) {
       {pointer(0x8769, {rationals(0x829A, {1, 60}), octets(0x9000, kUndefined, "0220"),
                         pointer(0xA005, {text(0x0001, "R98")})}),
        pointer(0x8825, {text(0x0001, "N"), rationals(0x0002, {1, 1, 2, 1, 3, 1})})});
+  Ifd with_own_strips = page(12, 1, kLong, kLong);
+  Ifd strips = page(22, 2, kLong, kLong);
+  set(with_own_strips, pointer(0x8769, std::vector<Ifd>{strips}));
   Ifd with_sub_images = page(11, 1, kLong, kLong);
   set(with_sub_images, pointer(0x014A, {page(21, 3, kLong, kShort), tiled(31), jpeg_preview(41)}));
   Ifd with_one_sub_image = jpeg_preview(51, 98);
@@ -78,6 +82,7 @@ TEST(TiffEdit, EveryStructureIsCarriedOver) {
       {page(9, 2, kLong, kLong), page(19, 1, kLong, kLong), page(29, 2, kShort, kShort),
        page(39, 1, kLong, kLong), page(49, 3, kLong, kLong), tiled(59), page(69, 2, kLong, kLong)},
       {with_metadata},
+      {with_own_strips},
       {with_sub_images, page(91, 1, kLong, kLong)},
       {with_one_sub_image},
   };
@@ -222,17 +227,33 @@ TEST(TiffEdit, PagesThatCannotBeWrittenAgainAreRefused) {
                            sub_image,
                            tiles,
                            {page(1, 2, kLong, kLong), {}, page(5, 1, kLong, kLong)}};
+  const auto check_refused = [](const Bytes& source) {
+    const Files files = {{"photo.tif", source}};
+    expect_untouched(files, {"-b", "-a", "artist=x", "photo.tif"},
+                     "Error: File photo.tif: Editing of this file type not supported\n");
+    expect_untouched(files, {"-b", "-a", "artist=x", "."},
+                     "Error: Can't extract EXIF fields: Editing of this file type not supported\n");
+  };
   for (std::size_t i = 0; i < std::size(refused); ++i) {
     SCOPED_TRACE("refused " + std::to_string(i));
     for (const bool big : {false, true}) {
-      const Files files = {{"photo.tif", scattered_tiff(big, refused[i])}};
-      expect_untouched(files, {"-b", "-a", "artist=x", "photo.tif"},
-                       "Error: File photo.tif: Editing of this file type not supported\n");
-      expect_untouched(
-          files, {"-b", "-a", "artist=x", "."},
-          "Error: Can't extract EXIF fields: Editing of this file type not supported\n");
+      check_refused(scattered_tiff(big, refused[i]));
     }
   }
+  // A camera's raw file: the picture is found by a header of its own behind the first.
+  Bytes raw = scattered_tiff(false, {page(1, 2, kLong, kLong)});
+  put(raw, 8, bytes_of(std::string_view("CR\2\0", 4)));
+  check_refused(raw);
+  // A sub-image of an array that is linked to another one besides.
+  Chain array = {page(1, 2, kLong, kLong)};
+  set(array[0], pointer(0x014A, {ifd_of({}), ifd_of({shorts(0x0100, {4321})})}));
+  Bytes linked = written_tiff(true, array);
+  const Bytes last = bytes_of(std::string_view("\0\1\1\0\0\3\0\0\0\1\x10\xE1\0\0", 14));
+  const auto at = std::search(linked.begin(), linked.end(), last.begin(), last.end());
+  ASSERT_NE(at, linked.end());
+  const auto ifd = static_cast<std::size_t>(at - linked.begin());
+  put(linked, ifd + last.size(), static_cast<std::uint32_t>(ifd) - 6, 4, true);
+  check_refused(linked);
 }
 
 }  // namespace

@@ -1,7 +1,10 @@
 #include "support/byte_cursor.h"
 
+#include <unistd.h>
+
 #include <array>
 
+#include "common/temporary_directory.h"
 #include "common/test_tools.h"
 
 namespace tagmend {
@@ -122,6 +125,22 @@ TEST_F(SeekOffset, FailuresLeaveTheCursorWhereItWas) {
   EXPECT_EQ(seek(0, &alternate, ErrorCode::seek_failed), "");
   EXPECT_EQ(cursor.pos, 40U);
   EXPECT_EQ(cursor.buffer.data(), content.data() + 100);
+}
+
+class LargeFile : public test::InTemporaryDirectory {};
+
+TEST_F(LargeFile, NothingIsReadBehindTheLastOffset) {
+  const MFileHandle file(mfopen("large", "wb+"));
+  if (ftruncate(mfdescriptor(*file), (std::int64_t{1} << 32) + 100) != 0) {
+    GTEST_SKIP() << "no room for a sparse file";
+  }
+  ByteCursor cursor;
+  WorkBuffer alternate;
+  cursor_init(cursor, file.get(), {}, 0);
+  EXPECT_EQ(cursor_seek_offset(cursor, 0xFFFFFFF0, &alternate), ErrorCode::ok);
+  EXPECT_EQ(cursor.rest().size(), 16U);
+  cursor.offset_base = 16;
+  EXPECT_EQ(cursor_seek_offset(cursor, 0xFFFFFFF0, &alternate), ErrorCode::seek_failed);
 }
 
 }  // namespace
