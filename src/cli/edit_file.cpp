@@ -55,9 +55,11 @@ ErrorCode edit_exif(Session& session) {
 
 /// A TIFF file is refused when pictures of it would be lost; a JPEG file's picture lies outside of
 /// its EXIF data, which at worst loses a thumbnail.
-ErrorCode check_image_data(ImageFile& image) {
+ErrorCode check_image_data(ImageFile& image, const RunOptions& options) {
   const bool carried = can_carry_image_data(image);
-  image.incomplete |= !carried;
+  const bool exif_stays =
+      image.file_type == FileType::jpeg && !options.exif_added && !options.exif_removed;
+  image.incomplete |= !carried || leaves_preview_behind(image, exif_stays ? image.metadata_end : 0);
   return image.file_type == FileType::tiff && (!carried || image.images_unread)
              ? ErrorCode::file_type_not_editable
              : ErrorCode::ok;
@@ -102,7 +104,7 @@ ErrorCode edit_file(const char* name, MFileHandle source, CreatedFileList& creat
     code = edit_exif(session);
   }
   if (code == ErrorCode::ok) {
-    code = check_image_data(session.image);
+    code = check_image_data(session.image, session.options);
   }
   if (code != ErrorCode::ok) {
     return code;

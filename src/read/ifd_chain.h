@@ -20,11 +20,10 @@ inline constexpr std::uint32_t inline_value_length = 4;
 struct IfdChain {
   ByteCursor cursor;                ///< stands on the next entry
   std::uint32_t parent = 0;         ///< as recorded: a pointer tag or a root code
-  std::uint16_t holder = 0;         ///< id of the IFD that holds the pointer
   std::uint16_t level = 0;          ///< nesting depth
   std::uint32_t seq = 0;            ///< sequence code of the IFD in work
   IfdKind kind = IfdKind::unknown;  ///< of the IFD in work
-  IfdPlace place;                   ///< of the IFD in work
+  IfdPlace place;                   ///< of the IFD in work; `around` is that of the chain
   std::uint32_t format_errors = 0;
   bool ended = false;  ///< the last IFD of the chain has been read
   WorkBuffer ifd_buffer;

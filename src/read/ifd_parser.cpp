@@ -7,6 +7,7 @@
 #include "read/image_data_tags.h"
 #include "read/maker_note.h"
 #include "read/tiff_header.h"
+#include "read/unmoved_data.h"
 #include "support/message.h"
 
 namespace tagmend {
@@ -48,7 +49,7 @@ std::optional<std::uint16_t> begin_ifd(IfdChain& chain, std::uint32_t offset, Im
   }
   chain.kind = resolve_ifd_kind(chain.parent, chain.seq & 0xFFFF, image.maker_note_kind);
   chain.place = {.id = image.ifd_count++,
-                 .holder = chain.holder,
+                 .around = chain.place.around,
                  .parent = chain.parent,
                  .source_base = cursor_base_pos(cursor),
                  .big_endian = cursor.big_endian};
@@ -114,12 +115,19 @@ bool may_descend(const IfdChain& chain, const StoredEntry& entry, const ImageFil
 
 /// Where a chain of IFDs begins, and what led to it.
 struct ChainStart {
-  std::uint32_t offset;      ///< of the first IFD, from the cursor's base
-  std::uint32_t parent;      ///< a pointer tag or a root code
-  std::uint16_t level;       ///< nesting depth
-  std::uint32_t seq;         ///< sequence code of the first IFD
-  std::uint16_t holder = 0;  ///< id of the IFD that holds the pointer
+  std::uint32_t offset;                 ///< of the first IFD, from the cursor's base
+  std::uint32_t parent;                 ///< a pointer tag or a root code
+  std::uint16_t level;                  ///< nesting depth
+  std::uint32_t seq;                    ///< sequence code of the first IFD
+  decltype(IfdPlace::around) around{};  ///< ids of the IFDs that it lies in
 };
+
+/// For a chain that a pointer in the IFD in work leads to.
+decltype(IfdPlace::around) around_nested(const IfdChain& chain) {
+  auto around = chain.place.around;
+  around[chain.level] = chain.place.id;
+  return around;
+}
 
 /// As parse_ifd, but gives nothing when not even the first IFD can be read.
 std::optional<ErrorCode> read_chain(ByteCursor cursor, const ChainStart& start,
@@ -156,7 +164,7 @@ ErrorCode read_ifd_array(IfdChain& chain, StoredEntry& entry, ReadContext& conte
                            .parent = entry.tag,
                            .level = nested_level,
                            .seq = i + (entry.count << 16),
-                           .holder = chain.place.id};
+                           .around = around_nested(chain)};
     result = result_of_chain(read_chain(chain.cursor, start, context), image);
   }
   image.incomplete |= i < entry.count;
@@ -186,7 +194,7 @@ std::optional<ErrorCode> enter_nested(const IfdChain& chain, const StoredEntry& 
                          .parent = entry.tag,
                          .level = nested_level,
                          .seq = 0,
-                         .holder = chain.place.id};
+                         .around = around_nested(chain)};
   return read_chain(cursor, start, context);
 }
 
@@ -277,17 +285,12 @@ bool may_hold_images(std::uint16_t level, std::uint32_t parent) {
   return level == 0 || parent == tag_sub_ifd;
 }
 
-/// Whether the value is an offset of what is not read here, and so will not be where it then
-/// points: any IFD of type 13 (TIFF Technical Note 1), and what the main chain's fields
-/// GlobalParametersIFD (RFC 3949), ExtraCameraProfiles (DNG) and a DNGPrivateData as short as an
-/// offset locate.
-bool leads_to_unread(const IfdChain& chain, const StoredEntry& entry) {
-  if (entry.count == 0 || locates_image_data(entry.tag)) {
-    return false;
-  }
-  const bool private_offset = entry.tag == 0xC634 && entry.size() == inline_value_length;
-  return entry.type == static_cast<std::uint16_t>(DataType::ifd_offset) ||
-         (chain.level == 0 && (entry.tag == 0x0190 || entry.tag == 0xC6F5 || private_offset));
+/// Reads the value of an entry that is no IFD to the reader.
+ErrorCode read_plain_value(IfdChain& chain, StoredEntry& entry, ReadContext& context) {
+  const StoredEntry stored = entry;
+  const ErrorCode result = read_value(chain, entry, context);
+  context.image.incomplete |= result == ErrorCode::ok && leads_to_unmoved_data(chain, stored);
+  return result;
 }
 
 ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
@@ -309,7 +312,7 @@ ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
     }
     if (entry.tag == tag_maker_note) {
       const auto result = read_maker_note(chain, entry, context);
-      return result ? *result : read_value(chain, entry, context);
+      return result ? *result : read_plain_value(chain, entry, context);
     }
     if (is_ifd_array(entry)) {
       const ErrorCode result = read_ifd_array(chain, entry, context);
@@ -318,8 +321,7 @@ ErrorCode read_entry(IfdChain& chain, ReadContext& context) {
     }
     return read_nested_ifd(chain, entry, context);
   }
-  context.image.incomplete |= leads_to_unread(chain, entry);
-  return read_value(chain, entry, context);
+  return read_plain_value(chain, entry, context);
 }
 
 /// Reads the entries of an IFD up to the first that fails, or to too many format errors.
@@ -357,6 +359,10 @@ std::optional<ErrorCode> read_ifds(IfdChain& chain, std::uint32_t offset, ReadCo
       context.image.incomplete |= !first && chain.parent != tag_maker_note;
       return first ? std::nullopt : std::optional(ErrorCode::ok);
     }
+    // A maker note that begins with zeros is no IFD, and what follows them leads anywhere.
+    if (first && *count == 0 && chain.parent == tag_maker_note) {
+      return std::nullopt;
+    }
     const ErrorCode result = read_entries(chain, *count, context);
     if (result != ErrorCode::ok || all_errors(chain) > max_format_errors) {
       return result;
@@ -379,7 +385,7 @@ std::optional<ErrorCode> read_chain(ByteCursor cursor, const ChainStart& start,
   IfdChain chain;
   chain.cursor = cursor;
   chain.parent = start.parent;
-  chain.holder = start.holder;
+  chain.place.around = start.around;
   chain.level = start.level;
   chain.seq = start.seq;
   const std::uint32_t first = enter_chain(chain, start.offset, image);

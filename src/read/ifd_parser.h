@@ -14,9 +14,6 @@ namespace tagmend {
 inline constexpr std::uint32_t max_ifd_entries = 200;
 inline constexpr std::uint32_t max_format_errors = 10;
 
-/// How deep IFDs may nest: the deepest real files (raw images in sub-IFDs with maker notes) need 4.
-inline constexpr std::uint16_t max_ifd_level = 8;
-
 /// How many IFDs of one file are read: a loop of offsets ends here.
 inline constexpr std::uint16_t max_ifds = 250;
 

@@ -42,10 +42,13 @@ inline const FileTypeInfo& file_type_info(FileType type) {
   return file_types[code < file_types.size() ? code : 8];
 }
 
+/// How deep IFDs may nest: the deepest real files (raw images in sub-IFDs with maker notes) need 4.
+inline constexpr std::uint16_t max_ifd_level = 8;
+
 /// What the reader tells of the IFD that an entry was read from; the same for all its entries.
 struct IfdPlace {
-  std::uint16_t id = 0;          ///< tells IFDs of one file apart: a number in reading order
-  std::uint16_t holder = 0;      ///< id of the IFD that holds the pointer to it; 0 for a root
+  std::uint16_t id = 0;  ///< tells IFDs of one file apart: a number in reading order
+  std::array<std::uint16_t, max_ifd_level> around{};  ///< ids of the IFDs that it lies in, by level
   std::uint32_t parent = 0;      ///< tag of the pointer that led to it, or a root code
   std::int64_t source_base = 0;  ///< file offset in the source from which its offsets count
   bool big_endian = false;       ///< byte order of the IFD and of its values in the source

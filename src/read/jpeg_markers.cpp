@@ -30,12 +30,12 @@ bool read_bytes(MFILE& file, std::array<std::uint8_t, Size>& bytes) {
 
 bool read_segment(SegmentWalk& walk) {
   std::int64_t marker_pos = 0;
-  if (++walk.steps > max_segments ||
-      read_marker(walk.file, walk.segment.marker, marker_pos) != ErrorCode::ok ||
+  if (read_marker(walk.file, walk.segment.marker, marker_pos) != ErrorCode::ok ||
       walk.segment.marker == marker_sos) {
     return false;
   }
-  if (marker_pos > std::numeric_limits<std::int32_t>::max()) {
+  if (++walk.steps > max_segments || marker_pos > std::numeric_limits<std::int32_t>::max()) {
+    walk.gave_up = true;
     return false;
   }
   walk.segment.pos = static_cast<std::uint32_t>(marker_pos) + 2;
@@ -165,6 +165,7 @@ void scan_jpeg_markers(ReadContext& context, MFILE& file) {
     trace(0, "APP mark=%x, len=%d\n", walk.segment.marker, walk.segment.length);
     record_segment(context, file, walk.segment);
   }
+  context.image.incomplete |= walk.gave_up;
 }
 
 FpxrHeader read_fpxr_header(MFILE& file, std::uint32_t length) {

@@ -55,6 +55,7 @@ struct SegmentWalk {
   MFILE& file;
   JpegSegment segment{};
   std::uint32_t steps = 0;  ///< segments passed
+  bool gave_up = false;     ///< a limit ended the walk: segments behind it were not seen
 };
 bool first_segment(SegmentWalk& walk);
 bool next_segment(SegmentWalk& walk);

@@ -24,13 +24,9 @@ constexpr UsualParent usual_parents[] = {
     {tag_ricoh_info, tag_maker_note},
 };
 
-/// Id of the IFD at `level` that the entry belongs to, itself or by a pointer to its own IFD;
-/// nothing for an entry that lies deeper still.
-std::optional<std::uint16_t> ifd_at(const FieldEntry& entry, std::uint16_t level) {
-  if (entry.level == level) {
-    return entry.ifd.id;
-  }
-  return entry.level == level + 1 ? std::optional(entry.ifd.holder) : std::nullopt;
+/// Id of the IFD at `level` that the entry belongs to or lies in.
+std::uint16_t ifd_at(const FieldEntry& entry, std::uint16_t level) {
+  return entry.level == level ? entry.ifd.id : entry.ifd.around[level];
 }
 
 /// The first entry from `place` on of an IFD at `level`; null when it lost all its own entries.
@@ -61,11 +57,11 @@ TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std
   const FieldEntry* last = nullptr;  // of the current IFD
   std::size_t end = begin;
   for (; end < table.size() && table[end].level >= level; ++end) {
-    const auto ifd = ifd_at(table[end], level);
-    if (!ifd || ifd == current) {
+    const std::uint16_t ifd = ifd_at(table[end], level);
+    if (ifd == current) {
       continue;
     }
-    const FieldEntry* const own = own_entry(table, end, level, *ifd);
+    const FieldEntry* const own = own_entry(table, end, level, ifd);
     const bool goes_on = !current || level == 0 ||
                          (last != nullptr && own != nullptr && continues_chain(*last, *own));
     if (!goes_on) {
@@ -78,15 +74,11 @@ TableRange chain_range(std::span<const FieldEntry> table, std::size_t begin, std
 }
 
 TableRange first_ifd(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level) {
-  std::optional<std::uint16_t> current;
-  for (std::size_t place = chain.begin; place < chain.end; ++place) {
-    const auto ifd = ifd_at(table[place], level);
-    if (current && ifd && *ifd != *current) {
-      return {chain.begin, place};
-    }
-    current = ifd ? ifd : current;
+  std::size_t end = chain.begin;
+  while (end < chain.end && ifd_at(table[end], level) == ifd_at(table[chain.begin], level)) {
+    ++end;
   }
-  return chain;
+  return {chain.begin, end};
 }
 
 TableRange ifd_at_place(std::span<const FieldEntry> table, TableRange chain, std::uint16_t level,

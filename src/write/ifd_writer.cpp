@@ -211,7 +211,10 @@ ErrorCode write_nested(IfdWriter& writer, OpenIfd& ifd, TableRange chain, std::u
       return result;
     }
   }
-  const bool big_endian = own != nullptr ? own->ifd.big_endian : writer.big_endian;
+  // A maker note that has nothing left but an IFD nested in it keeps its byte order.
+  const FieldEntry* const ordered =
+      own == nullptr && tag == tag_maker_note ? &table[chain.begin] : own;
+  const bool big_endian = ordered != nullptr ? ordered->ifd.big_endian : writer.big_endian;
   IfdWriter nested = nested_writer(writer, tag, big_endian);
   const ErrorCode result = write_chain(nested, chain, level, tag, array);
   if (result != ErrorCode::ok) {

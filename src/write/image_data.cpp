@@ -55,6 +55,13 @@ bool can_be_carried(const ImageFile& image, const FieldEntry& entry) {
   return !jpeg_field || entry.count == 1;
 }
 
+/// Where Minolta and Pentax notes have it.
+bool locates_preview(const FieldEntry& entry) {
+  const bool is_offset = (entry.kind == IfdKind::minolta && entry.tag == 0x0088) ||
+                         (entry.kind == IfdKind::pentax && entry.tag == 0x0004);
+  return is_offset && !entry.edited && !entry.ifd.display_only && entry.count == 1;
+}
+
 }  // namespace
 
 bool is_image_ifd(const FieldEntry& entry) {
@@ -88,6 +95,14 @@ std::uint32_t entry_number(const FieldEntry& entry) {
     default:
       return static_cast<std::uint32_t>(std::strtoull(entry.text.data(), nullptr, 10));
   }
+}
+
+bool leaves_preview_behind(const ImageFile& image, std::int64_t moved) {
+  return std::ranges::any_of(image.table(), [&](const FieldEntry& entry) {
+    const std::uint32_t offset = locates_preview(entry) ? entry_number(entry) : 0;
+    const std::int64_t place = entry.ifd.source_base + offset;
+    return offset != 0 && place >= moved && place < image.identity.size;
+  });
 }
 
 bool can_carry_image_data(const ImageFile& image) {

@@ -20,6 +20,11 @@ std::uint32_t integer_size(const FieldEntry& entry);
 /// stand once each, in pairs, and none of them is of a kind that cannot be moved.
 [[nodiscard]] bool can_carry_image_data(const ImageFile& image);
 
+/// Whether a maker note tells where in the file a preview picture lies, from the file offset
+/// `moved` on: outside of all fields, it goes with the old metadata, or moves while its offset
+/// stays.
+[[nodiscard]] bool leaves_preview_behind(const ImageFile& image, std::int64_t moved);
+
 /// The number that an entry holds: its value when it is one SHORT or LONG, else the number that its
 /// text begins with.
 std::uint32_t entry_number(const FieldEntry& entry);

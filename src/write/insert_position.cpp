@@ -103,11 +103,12 @@ void place_behind_pointer(std::uint32_t pointer_tag, const ImageFile& image,
   result.level = 1;
   result.ifd.parent = pointer_tag;
   if (const int camera = first_of_kind(IfdKind::camera, image); camera != nowhere) {
-    result.ifd.holder = image.fields[static_cast<std::size_t>(camera)].ifd.id;
+    result.ifd.around[0] = image.fields[static_cast<std::size_t>(camera)].ifd.id;
   }
   const int orphan = first_orphan(pointer_tag, image);
   if (orphan > 0) {
-    result.ifd.id = image.fields[static_cast<std::size_t>(orphan)].ifd.holder;
+    result.ifd.around = image.fields[static_cast<std::size_t>(orphan)].ifd.around;
+    result.ifd.id = result.ifd.around[1];
     result.position = orphan - 1;
   } else {
     result.position = pointer_position(pointer_tag, image);

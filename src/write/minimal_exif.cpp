@@ -46,7 +46,7 @@ void init_minimal_exif(ImageFile& image) {
   version.level = 1;
   version.index = static_cast<std::uint16_t>(firmware.index + 1);
   version.ifd.id = static_cast<std::uint16_t>(firmware.ifd.id + 1);
-  version.ifd.holder = firmware.ifd.id;
+  version.ifd.around[0] = firmware.ifd.id;
   version.ifd.parent = tag_exif_ifd;
   std::ranges::copy(bytes_of(new_exif_version), version.raw.begin());
 

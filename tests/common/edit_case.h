@@ -6,11 +6,16 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "common/camera.h"
 #include "common/run_tagmend.h"
 
 namespace tagmend::test {
+
+/// What an edit of photo.jpg says that keeps the original although -b was given.
+inline constexpr std::string_view original_kept =
+    "Warning: File photo.jpg: some metadata could not be read, original kept as 'photo-be.jpg'\n";
 
 struct EditCase {
   Words arguments;
@@ -19,10 +24,11 @@ struct EditCase {
   std::string err = {};
   RunSettings settings = {};
   Files beside = {};  ///< files that stand beside the photograph and stay as they are
+  bool kept = false;  ///< the original stays in spite of -b, and a warning says so
 };
 
 /// Runs the edit on `name` and compares messages and every byte of the directory. The original is
-/// expected under its backup name unless -b is the first argument.
+/// expected under its backup name unless -b is the first argument and it is not kept all the same.
 inline void check_edit(const EditCase& wanted, const std::string& name = "photo.jpg") {
   SCOPED_TRACE(::testing::PrintToString(wanted.arguments).substr(0, 200));
   Files before = wanted.beside;
@@ -30,11 +36,12 @@ inline void check_edit(const EditCase& wanted, const std::string& name = "photo.
   const Sandbox sandbox(before);
   Words arguments = wanted.arguments;
   arguments.push_back(name);
-  expect_outcome(run(sandbox, arguments, wanted.settings), 0, "", wanted.err);
+  expect_outcome(run(sandbox, arguments, wanted.settings), 0, "",
+                 wanted.err + std::string(wanted.kept ? original_kept : ""));
   Files after = wanted.beside;
   after[name] = wanted.expected;
   const std::size_t dot = name.rfind('.');
-  if (wanted.arguments.at(0) != "-b") {
+  if (wanted.arguments.at(0) != "-b" || wanted.kept) {
     after[name.substr(0, dot) + "-be" + name.substr(dot)] = wanted.source;
   }
   expect_files(sandbox, after);

@@ -417,6 +417,19 @@ TEST(JpegEdit, NewFieldsNeverSplitAnIfdFromWhatIsNestedBehindIt) {
        {ifd_of({make, pointer(0x8825, {gps_version}), pointer(0x8769, {exif_version, interop})})},
        {ifd_of({make, pointer(0x8825, {gps_version}),
                 pointer(0x8769, {seconds, exif_version, interop})})}},
+      // An IFD that begins with a pointer to one that begins with a pointer keeps both.
+      {{"-a", "artist=x"},
+       {ifd_of({make}), ifd_of({pointer(0x8769, {interop, shorts(0xA217, {2})}), title})},
+       {ifd_of({make, text(0x013B, "x")}),
+        ifd_of({pointer(0x8769, {interop, shorts(0xA217, {2})}), title})}},
+      {{"-a", "artist=x"},
+       {ifd_of({make, pointer(0x014A, {ifd_of({make}),
+                                       ifd_of({pointer(0x8769, {interop, shorts(0xA217, {2})}),
+                                               title})})})},
+       {ifd_of(
+           {make, text(0x013B, "x"),
+            pointer(0x014A, {ifd_of({make}),
+                             ifd_of({pointer(0x8769, {interop, shorts(0xA217, {2})}), title})})})}},
   };
   for (const auto& wanted : cases) {
     check_chain(wanted.arguments, wanted.source, wanted.expected);

@@ -438,16 +438,83 @@ TEST(MakerNote, ASecondNoteOfAnotherLayout) {
   }
 }
 
-/// The note is carried over as it is.
+/// The note is carried over as it is, also once an edit has put other things around it.
 void check_value(const Camera& camera, const Bytes& content) {
   SCOPED_TRACE(camera.layout);
   Chain chain = photo_of(note_of(camera, true, false));
   set(exif(chain), octets(0x927C, kUndefined, content));
   const Bytes source = source_photo(true, chain);
   set(chain[0], text(0x013B, "x"));
-  const Sandbox sandbox({{"photo.jpg", source}});
-  EXPECT_EQ(run(sandbox, {"-b", "-a", "artist=x", "photo.jpg"}).status, 0);
-  expect_files(sandbox, {{"photo.jpg", written_photo(true, chain)}});
+  const Bytes expected = written_photo(true, chain);
+  for (const Bytes& before : {source, expected}) {
+    const Sandbox sandbox({{"photo.jpg", before}});
+    EXPECT_EQ(run(sandbox, {"-b", "-a", "artist=x", "photo.jpg"}).status, 0);
+    expect_files(sandbox, {{"photo.jpg", expected}});
+  }
+}
+
+TEST(MakerNote, ANoteThatLostItsOwnFieldsKeepsItsByteOrder) {
+  const std::vector<Camera> all = cameras();
+  for (const bool big_file : {false, true}) {
+    for (const bool big_note : {false, true}) {
+      const Note note = note_of(all[31], big_file, big_note);
+      Ifd ifd = ifd_of_note(note);
+      const Entry thumbnail = *find(ifd, 0x0011);
+      ifd.entries = {text(0x0004, "FINE"), thumbnail};
+      Chain chain = photo_of(note);
+      set(exif(chain), maker_note(ifd));
+      const Bytes source = source_photo(big_file, chain);
+      drop(ifd, 0x0004);
+      set(exif(chain), maker_note(ifd));
+      check_edit({{"-b", "-r", "n3-quality"}, source, written_photo(big_file, chain)});
+    }
+  }
+}
+
+// A preview lies outside of all fields. Where one is, and how long.
+TEST(MakerNote, PreviewsThatAreNotMovedStayInTheBackup) {
+  struct {
+    std::uint32_t layout;
+    std::uint16_t offset_tag, length_tag;
+  } const rows[] = {{3, 0x0004, 0x0003}, {21, 0x0088, 0x0089}, {22, 0x0088, 0x0089}};
+  const std::vector<Camera> all = cameras();
+  for (const auto& row : rows) {
+    for (const std::uint32_t offset : {0U, 40U, 0x00FFFFFFU}) {  // none, in the file, behind it
+      SCOPED_TRACE(std::to_string(row.layout) + " " + std::to_string(offset));
+      const Note note = note_of(all[row.layout], true, false);
+      Ifd ifd = ifd_of_note(note);
+      ifd.entries = {};
+      set(ifd, {longs(row.offset_tag, {offset}), longs(row.length_tag, {9})});
+      Chain chain = photo_of(note);
+      set(exif(chain), maker_note(ifd));
+      const Bytes source = source_photo(true, chain);
+      set(chain[0], text(0x013B, "x"));
+      EditCase edit{{"-b", "-a", "artist=x"}, source, written_photo(true, chain)};
+      edit.kept = offset == 40;
+      check_edit(edit);
+    }
+  }
+}
+
+// A note of no known layout is moved as it is; offsets from the TIFF header then miss its values.
+TEST(MakerNote, AnUnknownNoteWithOffsetsFromOutsideStaysInTheBackup) {
+  for (const bool from_header : {false, true}) {
+    Bytes note = joined({bytes_of("SOMEONE \0\0\0\0"s), big16(1), big16(0x2000), big16(kAscii),
+                         big32(6), big32(30), big32(0), bytes_of("inner\0"s)});
+    Chain chain = camera();
+    set(exif(chain), octets(0x927C, kUndefined, note));
+    if (from_header) {
+      const Bytes built = source_photo(true, chain);
+      const std::size_t base = position(built, bytes_of("Exif\0\0"s)) + 6;
+      put(note, 22, static_cast<std::uint32_t>(position(built, note) - base + 30), 4, true);
+      set(exif(chain), octets(0x927C, kUndefined, note));
+    }
+    const Bytes source = source_photo(true, chain);
+    set(chain[0], text(0x013B, "x"));
+    EditCase edit{{"-b", "-a", "artist=x"}, source, written_photo(true, chain)};
+    edit.kept = from_header;
+    check_edit(edit);
+  }
 }
 
 TEST(MakerNote, WhatIsNoNoteOfItsLayoutKeepsItsBytes) {
@@ -459,6 +526,9 @@ TEST(MakerNote, WhatIsNoNoteOfItsLayoutKeepsItsBytes) {
     }
     check_value(camera, {1, 2, 3, 4});                                     // in the entry
     check_value(camera, joined({bytes_of(camera.prefix), Bytes(40, 0)}));  // without entries
+    // Nor a place, behind none, where the new file has its IFD0.
+    check_value(camera, joined({bytes_of(camera.prefix), {0, 0, 0, 0, 0, 8, 0, 0, 0}}));
+    check_value(camera, joined({bytes_of(camera.prefix), {0, 0, 8, 0, 0, 0, 7, 0, 0}}));
   }
   check_value(cameras()[1], {0, 5, 1, 2, 3, 4, 5, 6});  // of few entries
 }

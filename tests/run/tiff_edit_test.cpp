@@ -128,6 +128,17 @@ TEST(TiffEdit, FieldsAreAddedReplacedAndRemoved) {
   };
   check_tiff({"-a", "exp-time=1/500"}, {page_with_exif(10000), page_with_exif(5000)},
              {page_with_exif(2000), page_with_exif(5000)});
+  // An EXIF IFD that is emptied and filled again stays that of its page, which stays in one piece.
+  const auto page_with_interop = [](std::uint32_t time) {
+    Ifd ifd = page(5, 1, kLong, kLong);
+    ifd.entries.push_back(
+        pointer(0x8769, {rationals(0x829A, {time, 1000000}), octets(0x9000, kUndefined, "0220"),
+                         pointer(0xA005, {text(0x0001, "R98")})}));
+    ifd.entries.push_back(octets(0x8773, kUndefined, "profile"));
+    return ifd;
+  };
+  check_tiff({"-r", "exp-time,exif-ver", "-a", "exp-time=2"}, {plain[0], page_with_interop(10000)},
+             {plain[0], page_with_interop(2000000)});
   // A page whose only field is replaced stays between the others.
   const auto second_made_by = [&plain](const char* make) {
     return Chain{plain[0], ifd_of({text(0x010F, make)}), plain[2]};
