@@ -86,7 +86,7 @@ tidy: build-tools test-tools clang-tools tidy-tools
 cppcheck: cppcheck-tools
 	cppcheck --quiet --error-exitcode=1 --inline-suppr -j $(JOBS) \
 	  --std=c++20 --language=c++ --library=googletest --enable=warning,performance,portability \
-	  -D'TAGMEND_PROGRAM="tagmend"' -D'TAGMEND_SOURCES="src"' -D'TAGMEND_DOCS="docs"' \
+	  -D'TAGMEND_PROGRAM="tagmend"' -D'TAGMEND_DOCS="docs"' \
 	  -I src -I tests src tools tests fuzz bench
 
 # Any error that valgrind finds in a run gives it a status that no test expects. Blocks that something

@@ -1,6 +1,7 @@
 # The field reference and the completions, made from the program's own tables.
 add_executable(tagmend_reference
-  tools/reference.cpp tools/reference_completion.cpp tools/reference_fields.cpp)
+  tools/reference.cpp tools/reference_completion.cpp tools/reference_fields.cpp
+  tools/reference_markdown.cpp)
 set_target_properties(tagmend_reference PROPERTIES OUTPUT_NAME tagmend-reference)
 target_link_libraries(tagmend_reference PRIVATE tagmend_cli)
 

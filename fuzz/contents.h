@@ -8,9 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/metadata_hooks.h"
-#include "cli/session.h"
-#include "common/image_builder.h"
+#include "common/tiff_builder.h"
+#include "in_process.h"
 #include "read/read_image_file.h"
 
 namespace tagmend::test {
@@ -35,10 +34,15 @@ inline bool is_edited(const Session& session, const IptcEntry& entry) {
 }
 
 /// Where image data lies: a rewrite moves it. A thumbnail's length of a type that holds no number
-/// is written as a LONG.
+/// becomes one.
 inline bool is_place(const FieldEntry& entry) {
   const bool odd_length = entry.tag == 0x0202 && entry.type != kShort && entry.type != kLong;
   return odd_length || entry.tag == 0x0201 || entry.tag == 0x0111 || entry.tag == 0x0144;
+}
+
+/// The type that a field has once it has been written anew: a thumbnail's length is a LONG.
+inline unsigned written_type(const FieldEntry& entry) {
+  return entry.tag == 0x0202 && entry.type == kShort ? kLong : entry.type;
 }
 
 /// Reads a file and lists what neither the session's edits nor the new places of image data change.
@@ -48,7 +52,7 @@ inline Contents unedited_contents(const Session& session, const Bytes& bytes) {
   if (file.empty()) {
     return contents;
   }
-  ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+  ReadContext context = context_of(session);
   contents.code = read_image_file(context, "", "", file, false);
   contents.whole = !session.image.incomplete && !session.iptc.incomplete;
   char place[64];
@@ -65,7 +69,7 @@ inline Contents unedited_contents(const Session& session, const Bytes& bytes) {
     }
     std::snprintf(place, sizeof place,
                   "kind %u tag %x type %u: ", static_cast<unsigned>(entry.kind), entry.tag,
-                  entry.type);
+                  written_type(entry));
     contents.lines.push_back(place + std::string(entry.text.data()));
   }
   for (const IptcEntry& entry : session.iptc.list()) {

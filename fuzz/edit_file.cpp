@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "common/file_content.h"
 #include "contents.h"
 #include "harness.h"
 
@@ -86,7 +87,7 @@ void edit_photo(const Bytes& original, const Words& edit, bool keep_backup) {
     words.insert(words.begin(), "-b");
   }
   words.push_back(photo);
-  test::write_file(photo, original);
+  require(test::write_file(photo, original), "the photograph cannot be written");
   static_cast<void>(test::run_here(words));
   const bool backed_up = stands_here(backup);
   check_directory(original, backed_up);

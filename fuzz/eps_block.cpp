@@ -1,6 +1,5 @@
 // The Photoshop block of an EPS file, behind the signature.
-#include "cli/metadata_hooks.h"
-#include "cli/session.h"
+#include "common/memory_readers.h"
 #include "containers/eps.h"
 #include "harness.h"
 
@@ -12,12 +11,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   fuzz::run_input([&text] {
     const Session session = open_session();
-    ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+    ReadContext context = test::context_of(session);
     reset_image_file(session.image);
     reset_iptc_store(session.iptc);
     session.image.file_type = FileType::eps;
-    ByteCursor cursor;
-    cursor_init(cursor, nullptr, text, 0);
+    ByteCursor cursor = test::cursor_over(text);
     static_cast<void>(read_eps_photoshop(context, cursor));
   });
   return 0;

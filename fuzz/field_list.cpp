@@ -3,6 +3,7 @@
 
 #include "cli/edit_list_builder.h"
 #include "cli/session.h"
+#include "common/file_content.h"
 #include "harness.h"
 
 namespace tagmend::fuzz {
@@ -15,7 +16,7 @@ void build_list(std::uint8_t form, const std::string& text) {
   session.options.quote_char = (form & 4U) != 0 ? '/' : '"';
   std::string argument(text, 0, text.find('\0'));  // as the command line would end it
   if ((form & 2U) != 0) {
-    test::write_file("list.txt", test::bytes_of(text));
+    require(test::write_file("list.txt", test::bytes_of(text)), "the list cannot be written");
     argument = "@list.txt";
   } else if (argument.starts_with('@')) {
     return;

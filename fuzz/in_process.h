@@ -5,13 +5,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "cli/metadata_hooks.h"
 #include "cli/run.h"
-#include "common/image_builder.h"
+#include "cli/session.h"
 #include "support/message.h"
 #include "support/settings.h"
 #include "write/temp_file.h"
@@ -55,6 +55,11 @@ inline int run_here(std::vector<std::string> arguments) {
   } catch (const EndOfProgram&) {
     return -1;
   }
+}
+
+/// What a reader fills: the records of the session.
+inline ReadContext context_of(const Session& session) {
+  return {.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
 }
 
 /// A fresh directory, in memory where the system has such a place, that is the current one while
@@ -102,31 +107,5 @@ class ScratchDirectory {
   std::string root_;
   int outside_;
 };
-
-inline void write_file(const char* name, const Bytes& content) {
-  std::FILE* const file = std::fopen(name, "wb");
-  if (file == nullptr) {
-    std::abort();
-  }
-  if (!content.empty()) {
-    std::fwrite(content.data(), 1, content.size(), file);
-  }
-  std::fclose(file);
-}
-
-/// Nothing for a file that does not exist.
-inline Bytes file_content(const char* name) {
-  std::FILE* const file = std::fopen(name, "rb");
-  if (file == nullptr) {
-    return {};
-  }
-  Bytes content;
-  Bytes piece(1U << 16U);
-  while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), file)) {
-    content.insert(content.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got));
-  }
-  std::fclose(file);
-  return content;
-}
 
 }  // namespace tagmend::test

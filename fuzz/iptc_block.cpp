@@ -1,7 +1,6 @@
 // Photoshop image resources with IPTC datasets: the payload of a JPEG's APP13 segment, and the
 // values of the two TIFF fields that hold them. The first byte chooses.
-#include "cli/metadata_hooks.h"
-#include "cli/session.h"
+#include "common/memory_readers.h"
 #include "harness.h"
 #include "iptc/iptc_read.h"
 
@@ -10,22 +9,20 @@ namespace {
 
 void read_block(std::uint8_t form, test::Bytes& block) {
   const Session session = open_session();
-  ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+  ReadContext context = test::context_of(session);
   reset_image_file(session.image);
   reset_iptc_store(session.iptc);
   session.image.file_type = form % 4 == 0 ? FileType::jpeg : FileType::tiff;
   if ((form & 4U) != 0) {
     copy_text(library_settings.iptc_charset, "ISO-8859-1");
   }
-  const auto size = static_cast<std::uint32_t>(block.size());
+  const std::uint32_t size = test::size_of(block);
   if (form % 4 == 0) {
-    const MFileHandle file(mfopen_memfile(block.data(), size, size));
+    const MFileHandle file = test::memory_file(block);
     static_cast<void>(read_app13(context, *file, size));
     return;
   }
-  ByteCursor cursor;
-  cursor_init(cursor, nullptr, block, 0);
-  cursor.big_endian = true;
+  const ByteCursor cursor = test::cursor_over(block, 0, true);
   form % 4 == 1 ? read_iptc_value(context, cursor, size)
                 : read_photoshop_value(context, cursor, size);
 }

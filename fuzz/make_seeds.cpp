@@ -6,12 +6,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "common/file_content.h"
 #include "encode/date_templates.h"
-#include "in_process.h"
 #include "iptc/iptc_dataset.h"
 #include "read/maker_note.h"
 #include "sample_files.h"
@@ -71,10 +72,18 @@ std::string sample_value(const FieldDef& row) {
 
 // ---- Writing ------------------------------------------------------------------------------------
 
+/// Ends the program when it cannot.
+void store(const std::string& path, const Bytes& content) {
+  if (!write_file(path, content)) {
+    std::perror(path.c_str());
+    std::exit(EXIT_FAILURE);
+  }
+}
+
 void write_seeds(const std::string& directory, const std::vector<Bytes>& seeds) {
   ::mkdir(directory.c_str(), 0777);
   for (std::size_t i = 0; i < seeds.size(); ++i) {
-    write_file((directory + "/" + std::to_string(i)).c_str(), seeds[i]);
+    store(directory + "/" + std::to_string(i), seeds[i]);
   }
 }
 
@@ -119,8 +128,32 @@ void write_dictionary(const std::string& name, const Words& words) {
     }
     lines += "\"\n";
   }
-  write_file(name.c_str(), bytes_of(lines));
+  store(name, bytes_of(lines));
 }
+
+constexpr std::string_view signatures[] = {
+    "Exif\0\0"sv,
+    "FPXR\0"sv,
+    "Photoshop 3.0\0"sv,
+    "8BIM"sv,
+    "RMETA\0"sv,
+    "ASCII\0"sv,
+    "UNICODE\0"sv,
+    "JIS\0"sv,
+    "RIFF"sv,
+    "WAVE"sv,
+    "HEAPCCDR"sv,
+    "\0TTW"sv,
+    "\0MRM"sv,
+    "FUJIFILMCCD-RAW"sv,
+    "%!PS-Adobe-3.0 EPSF-3.0"sv,
+    "%BeginPhotoshop:"sv,
+    "\n% "sv,
+    "\xC5\xD0\xD3\xC6"sv,
+    "II\x2A\0"sv,
+    "MM\0\x2A"sv,
+    "\xFF\xFF\xFF\xFF"sv,
+};
 
 /// Markers, signatures, tags in both orders, datasets and resources.
 Words byte_words() {
@@ -128,27 +161,7 @@ Words byte_words() {
   for (std::uint8_t code = 0xC0; code < 0xFF; ++code) {
     words.insert({0xFF, code});
   }
-  for (const std::string_view text : {"Exif\0\0"sv,
-                                      "FPXR\0"sv,
-                                      "Photoshop 3.0\0"sv,
-                                      "8BIM"sv,
-                                      "RMETA\0"sv,
-                                      "ASCII\0"sv,
-                                      "UNICODE\0"sv,
-                                      "JIS\0"sv,
-                                      "RIFF"sv,
-                                      "WAVE"sv,
-                                      "HEAPCCDR"sv,
-                                      "\0TTW"sv,
-                                      "\0MRM"sv,
-                                      "FUJIFILMCCD-RAW"sv,
-                                      "%!PS-Adobe-3.0 EPSF-3.0"sv,
-                                      "%BeginPhotoshop:"sv,
-                                      "\n% "sv,
-                                      "\xC5\xD0\xD3\xC6"sv,
-                                      "II\x2A\0"sv,
-                                      "MM\0\x2A"sv,
-                                      "\xFF\xFF\xFF\xFF"sv}) {
+  for (const std::string_view text : signatures) {
     words.insert(bytes_of(text));
   }
   for (const FieldDef& row : field_table_defs) {
@@ -172,6 +185,13 @@ Words byte_words() {
   return words;
 }
 
+// Templates, and what stands in lists, dates and numbers.
+constexpr const char* other_words =
+    "file-name file-base file-ext file-dir file-size file-date-mod file-date-created "
+    "file-name-full file-name-thumb file-name-audio file-name-exi file-name-backup exif-head "
+    "exif-file exif-tail yyyy yy mm mmm dd hr min sec date-taken = , \\\" +0100 -0500 1/60 "
+    "4294967295 -2147483648 1e30 Jan Dec";
+
 /// Nicknames of fields, datasets, values and templates.
 Words text_words() {
   Words words;
@@ -190,42 +210,9 @@ Words text_words() {
   for (const IptcDatasetDef& row : iptc_datasets) {
     add(row.nickname);
   }
-  for (const char* const text : {"file-name",
-                                 "file-base",
-                                 "file-ext",
-                                 "file-dir",
-                                 "file-size",
-                                 "file-date-mod",
-                                 "file-date-created",
-                                 "file-name-full",
-                                 "file-name-thumb",
-                                 "file-name-audio",
-                                 "file-name-exi",
-                                 "file-name-backup",
-                                 "exif-head",
-                                 "exif-file",
-                                 "exif-tail",
-                                 "yyyy",
-                                 "yy",
-                                 "mm",
-                                 "mmm",
-                                 "dd",
-                                 "hr",
-                                 "min",
-                                 "sec",
-                                 "date-taken",
-                                 "=",
-                                 ",",
-                                 "\\\"",
-                                 "+0100",
-                                 "-0500",
-                                 "1/60",
-                                 "4294967295",
-                                 "-2147483648",
-                                 "1e30",
-                                 "Jan",
-                                 "Dec"}) {
-    add(text);
+  std::istringstream others(other_words);
+  for (std::string word; others >> word;) {
+    add(word.c_str());
   }
   return words;
 }
@@ -247,9 +234,9 @@ void make_all(const std::string& directory) {
   write_seeds(directory + "/template", prefixed({{0, 0}, {0, 255}, {1, 9}, {2, 100}}, templates));
   write_seeds(directory + "/date_time", prefixed({{}}, dates()));
   write_seeds(directory + "/encode_value", value_seeds());
-  const Bytes header = bytes_of("Photoshop 3.0\0"sv);
+  const Bytes segment = photoshop({sample_resources()});
   write_seeds(directory + "/iptc_block",
-              {joined({{0}, header, sample_resources()}), joined({{4}, header, sample_resources()}),
+              {joined({{0}, segment}), joined({{4}, segment}),
                joined({{1}, dataset(2, 90, "Oslo"), dataset(1, 90, "\x1B%G")}),
                joined({{2}, sample_resources()})});
   write_seeds(directory + "/eps_block", {eps_file(sample_resources(), true)});

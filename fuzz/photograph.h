@@ -1,9 +1,8 @@
 // A photograph read into the session's records, for targets whose texts refer to a file.
 #pragma once
 
-#include "cli/metadata_hooks.h"
-#include "cli/session.h"
 #include "common/camera.h"
+#include "common/jpeg_builder.h"
 #include "encode/template.h"
 #include "harness.h"
 #include "read/read_image_file.h"
@@ -23,7 +22,7 @@ inline Session& photograph() {
                                         joined({dataset(2, 25, "one"), dataset(2, 25, "two"),
                                                 dataset(2, 120, "A \"caption\"")}))}),
               picture()});
-    ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+    ReadContext context = test::context_of(session);
     static_cast<void>(read_image_file(context, "", "", file, false));
     copy_text(session.image.file_name, "archive.tar.jpg");
     copy_text(session.image.directory, "pictures");

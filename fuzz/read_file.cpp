@@ -1,6 +1,5 @@
 // A whole file, of any type, through the reader.
-#include "cli/metadata_hooks.h"
-#include "cli/session.h"
+#include "common/bytes.h"
 #include "harness.h"
 #include "read/read_image_file.h"
 
@@ -12,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   fuzz::run_input([&file] {
     const Session session = open_session();
-    ReadContext context{.image = session.image, .iptc = session.iptc, .hooks = metadata_hooks()};
+    ReadContext context = test::context_of(session);
     static_cast<void>(read_image_file(context, "", "", file, true));
   });
   return 0;

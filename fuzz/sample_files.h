@@ -3,7 +3,6 @@
 #pragma once
 
 #include <algorithm>
-#include <string_view>
 #include <vector>
 
 #include "common/camera.h"
@@ -11,8 +10,6 @@
 #include "common/maker_cameras.h"
 
 namespace tagmend::test {
-
-using namespace std::string_view_literals;
 
 inline Bytes sample_resources() {
   return joined({resource(1028, "",
@@ -23,11 +20,11 @@ inline Bytes sample_resources() {
                  resource(1005, "Name", noise(16, 8))});
 }
 
-inline std::vector<Ifd> pages() {
+inline Chain pages() {
   Ifd strips =
       ifd_of({longs(0x0100, {8}), image_locator(0x0111, kLong), image_locator(0x0117, kShort)});
   strips.images = {noise(31, 22), noise(32, 23)};
-  std::vector<Ifd> chain = camera();
+  Chain chain = camera();
   set(chain[0], pointer(0x014A, {strips, strips}));
   set(chain[0], octets(0x83BB, kUndefined, dataset(2, 90, "Oslo")));
   set(chain[0], octets(0x8649, kByte, sample_resources()));
@@ -40,9 +37,7 @@ inline std::vector<Bytes> editable_files() {
   for (const bool big : {false, true}) {
     files.push_back(
         jpeg({app0_jfif(), source_exif(big, camera()), app1_xmp(), app2_icc(), app2_flashpix(1),
-              app5_rmeta(big),
-              segment(0xED, joined({bytes_of("Photoshop 3.0\0"sv), sample_resources()})),
-              comment("c"), picture()}));
+              app5_rmeta(big), app13_photoshop({sample_resources()}), comment("c"), picture()}));
     files.push_back(scattered_tiff(big, pages()));
   }
   for (const Camera& camera : cameras()) {

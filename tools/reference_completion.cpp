@@ -54,42 +54,47 @@ std::string fish_quoted(std::string_view text) {
   return result + "'";
 }
 
+/// Visits the fields that can be set, or those that can be removed.
 template <class Visit>
-void for_each_field(const std::vector<Group>& groups, Visit visit) {
+void for_each_field(const std::vector<Group>& groups, bool Field::*flag, Visit visit) {
   for (const Group& group : groups) {
     for (const Field& field : group.fields) {
-      visit(field);
+      if (field.*flag) {
+        visit(field);
+      }
     }
   }
 }
 
-void print_bash_names(const char* variable, const std::vector<Group>& groups, bool Field::*flag) {
-  std::printf("%s='", variable);
-  for_each_field(groups, [flag](const Field& field) {
-    if (field.*flag) {
-      std::printf("%s\n", field.nickname.c_str());
+/// Visits the fields whose values have names, with those to offer.
+template <class Visit>
+void for_each_value_list(const std::vector<Group>& groups, Visit visit) {
+  for_each_field(groups, &Field::settable, [&visit](const Field& field) {
+    if (!field.values.empty()) {
+      visit(field, offered_values(field));
     }
   });
+}
+
+void print_bash_names(const char* variable, const std::vector<Group>& groups, bool Field::*flag) {
+  std::printf("%s='", variable);
+  for_each_field(groups, flag,
+                 [](const Field& field) { std::printf("%s\n", field.nickname.c_str()); });
   std::puts("'");
 }
 
 /// A line "name:description" for each field.
 void print_zsh_names(const char* variable, const std::vector<Group>& groups, bool Field::*flag) {
   std::printf("typeset -ga %s=(\n", variable);
-  for_each_field(groups, [flag](const Field& field) {
-    if (field.*flag) {
-      std::puts(quoted(field.nickname + ":" + trimmed(field.description)).c_str());
-    }
+  for_each_field(groups, flag, [](const Field& field) {
+    std::puts(quoted(field.nickname + ":" + trimmed(field.description)).c_str());
   });
   std::puts(")");
 }
 
 void print_fish_names(const char* variable, const std::vector<Group>& groups, bool Field::*flag) {
   std::printf("set -g %s", variable);
-  for_each_field(groups, [flag](const Field& field) {
-    if (!(field.*flag)) {
-      return;
-    }
+  for_each_field(groups, flag, [](const Field& field) {
     std::printf(" \\\n%s", fish_quoted(field.nickname + "\t" + trimmed(field.description)).c_str());
   });
   std::puts("");
@@ -145,12 +150,9 @@ void print_bash_tables(const std::vector<Group>& groups, const std::vector<Optio
   print_bash_names("_tagmend_settable", groups, &Field::settable);
   print_bash_names("_tagmend_removable", groups, &Field::removable);
   std::puts("declare -gA _tagmend_values=(");
-  for_each_field(groups, [](const Field& field) {
-    if (!field.settable || field.values.empty()) {
-      return;
-    }
+  for_each_value_list(groups, [](const Field& field, const std::vector<ValueName>& values) {
     std::string names;
-    for (const ValueName& value : offered_values(field)) {
+    for (const ValueName& value : values) {
       names += value.nickname + "\n";
     }
     std::printf("[%s]=%s\n", field.nickname.c_str(), quoted(names).c_str());
@@ -172,12 +174,9 @@ void print_zsh_tables(const std::vector<Group>& groups, const std::vector<Option
   print_zsh_names("_tagmend_settable", groups, &Field::settable);
   print_zsh_names("_tagmend_removable", groups, &Field::removable);
   std::puts("typeset -gA _tagmend_values=(");
-  for_each_field(groups, [](const Field& field) {
-    if (!field.settable || field.values.empty()) {
-      return;
-    }
+  for_each_value_list(groups, [](const Field& field, const std::vector<ValueName>& values) {
     std::string lines;
-    for (const ValueName& value : offered_values(field)) {
+    for (const ValueName& value : values) {
       lines += (lines.empty() ? "" : "\n") + value.nickname + ":" + trimmed(value.description);
     }
     std::printf("%s %s\n", field.nickname.c_str(), quoted(lines).c_str());
@@ -198,12 +197,9 @@ void print_fish_tables(const std::vector<Group>& groups, const std::vector<Optio
   print_fish_names("__tagmend_settable", groups, &Field::settable);
   print_fish_names("__tagmend_removable", groups, &Field::removable);
   std::puts("function __tagmend_values -a field\nswitch $field");
-  for_each_field(groups, [](const Field& field) {
-    if (!field.settable || field.values.empty()) {
-      return;
-    }
+  for_each_value_list(groups, [](const Field& field, const std::vector<ValueName>& values) {
     std::printf("case %s\nprintf '%%s\\t%%s\\n'", fish_quoted(field.nickname).c_str());
-    for (const ValueName& value : offered_values(field)) {
+    for (const ValueName& value : values) {
       std::printf(" %s %s", fish_quoted(value.nickname).c_str(),
                   fish_quoted(trimmed(value.description)).c_str());
     }

@@ -9,13 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "common/image_builder.h"
+#include "common/jpeg_builder.h"
 
 namespace tagmend::test {
-
-inline std::uint32_t size_of(const Bytes& bytes) {
-  return static_cast<std::uint32_t>(bytes.size());
-}
 
 /// A Fujifilm RAF file. The 16-bit position of the embedded image stands at 86.
 inline Bytes raf_file(const Bytes& image) {

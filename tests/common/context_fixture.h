@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 
-#include "common/test_tools.h"
 #include "iptc/iptc_store.h"
 #include "read/read_context.h"
 #include "support/settings.h"

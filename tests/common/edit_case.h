@@ -28,7 +28,8 @@ struct EditCase {
 };
 
 /// Runs the edit on `name` and compares messages and every byte of the directory. The original is
-/// expected under its backup name unless -b is the first argument and it is not kept all the same.
+/// expected under its backup name unless -b or -bq is the first argument and it is not kept all the
+/// same.
 inline void check_edit(const EditCase& wanted, const std::string& name = "photo.jpg") {
   SCOPED_TRACE(::testing::PrintToString(wanted.arguments).substr(0, 200));
   Files before = wanted.beside;
@@ -36,12 +37,13 @@ inline void check_edit(const EditCase& wanted, const std::string& name = "photo.
   const Sandbox sandbox(before);
   Words arguments = wanted.arguments;
   arguments.push_back(name);
+  const bool is_quiet = wanted.arguments.at(0) == "-bq";
   expect_outcome(run(sandbox, arguments, wanted.settings), 0, "",
-                 wanted.err + std::string(wanted.kept ? original_kept : ""));
+                 wanted.err + std::string(wanted.kept && !is_quiet ? original_kept : ""));
   Files after = wanted.beside;
   after[name] = wanted.expected;
   const std::size_t dot = name.rfind('.');
-  if (wanted.arguments.at(0) != "-b" || wanted.kept) {
+  if (!wanted.arguments.at(0).starts_with("-b") || wanted.kept) {
     after[name.substr(0, dot) + "-be" + name.substr(dot)] = wanted.source;
   }
   expect_files(sandbox, after);

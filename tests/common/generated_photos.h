@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "common/container_files.h"
-#include "common/image_builder.h"
+#include "common/jpeg_builder.h"
 #include "common/maker_cameras.h"
 
 namespace tagmend::test {
@@ -151,11 +151,7 @@ inline void make_jpeg(Choices& choices, Photo& photo) {
 inline Bytes jpeg_file(const Photo& photo, std::size_t exif_place, const Bytes& exif_segment) {
   std::vector<Bytes> segments = photo.segments;
   segments.insert(segments.begin() + static_cast<std::ptrdiff_t>(exif_place), exif_segment);
-  Bytes all;
-  for (const Bytes& one : segments) {
-    all = joined({all, one});
-  }
-  return jpeg({all, picture()});
+  return jpeg({joined(segments), picture()});
 }
 
 }  // namespace generate

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "common/camera.h"
-#include "common/image_builder.h"
+#include "common/jpeg_builder.h"
 #include "dictionary/field_def.h"
 
 namespace tagmend::test {
@@ -343,13 +343,6 @@ inline Chain photo_of(const Note& note) {
     set(exif(chain), maker_note(ifd_of_note(note)));
   }
   return chain;
-}
-
-inline Bytes source_photo(bool big_file, const Chain& chain) {
-  return jpeg({app0_jfif(), source_exif(big_file, chain), app2_icc(), picture()});
-}
-inline Bytes written_photo(bool big_file, const Chain& chain) {
-  return jpeg({app0_jfif(), written_exif(big_file, chain), app2_icc(), picture()});
 }
 
 }  // namespace tagmend::test

@@ -21,7 +21,7 @@
 #include <string_view>
 #include <vector>
 
-#include "common/image_builder.h"
+#include "common/bytes.h"
 #include "common/temporary_directory.h"
 
 namespace tagmend::test {

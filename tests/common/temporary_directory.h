@@ -4,13 +4,13 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <string>
 
-#include "common/image_builder.h"
+#include "common/bytes.h"
+#include "common/file_content.h"
 
 namespace tagmend::test {
 
@@ -44,26 +44,11 @@ class TemporaryDirectory {
     const std::filesystem::path target = path(name);
     std::filesystem::create_directories(target.parent_path());
     if (name.back() != '/') {
-      FILE* const file = std::fopen(target.c_str(), "wb");
-      ASSERT_NE(file, nullptr) << target;
-      EXPECT_EQ(std::fwrite(content.data(), 1, content.size(), file), content.size());
-      std::fclose(file);
+      EXPECT_TRUE(write_file(target, content)) << target;
     }
   }
 
-  [[nodiscard]] Bytes content(const std::string& name) const {
-    Bytes bytes;
-    FILE* const file = std::fopen(path(name).c_str(), "rb");
-    if (file == nullptr) {
-      return bytes;
-    }
-    Bytes piece(1U << 16U);
-    while (const std::size_t got = std::fread(piece.data(), 1, piece.size(), file)) {
-      bytes.insert(bytes.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got));
-    }
-    std::fclose(file);
-    return bytes;
-  }
+  [[nodiscard]] Bytes content(const std::string& name) const { return file_content(path(name)); }
 
   /// Every file below the directory, and the directories that are empty.
   [[nodiscard]] Files files() const {

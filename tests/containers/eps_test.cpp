@@ -1,9 +1,15 @@
 #include "containers/eps.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
+#include <vector>
 
 #include "common/container_files.h"
 #include "common/context_fixture.h"
+#include "common/jpeg_builder.h"
+#include "common/memory_readers.h"
+#include "common/printed_errors.h"
 
 namespace tagmend::test {
 namespace {
@@ -58,10 +64,7 @@ TEST_F(EpsTest, WalksTheDecodedResources) {
   }
   // The walk's own failures.
   EXPECT_EQ(read(eps("%BeginPhotoshop: ", "4", "% 38424950\n" + end)), ErrorCode::iptc_invalid);
-  Bytes many;
-  for (int i = 0; i < 201; ++i) {
-    many = joined({many, resource(1000, "", {1, 2})});
-  }
+  const Bytes many = joined(std::vector(201, resource(1000, "", {1, 2})));
   EXPECT_EQ(read(eps("%BeginPhotoshop: ", std::to_string(many.size()),
                      eps_lines(many, 8, false, "\n") + end)),
             ErrorCode::too_many_iptc_fields);

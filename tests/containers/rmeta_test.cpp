@@ -1,9 +1,15 @@
 #include "containers/rmeta.h"
 
-#include <string>
+#include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
+#include "common/bytes.h"
 #include "common/container_files.h"
 #include "common/context_fixture.h"
+#include "common/memory_readers.h"
+#include "common/printed_errors.h"
 
 namespace tagmend::test {
 namespace {

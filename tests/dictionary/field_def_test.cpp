@@ -5,7 +5,7 @@
 #include <set>
 #include <string>
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 const FieldDef& row(int index) { return field_table_defs[static_cast<std::size_t>(index)]; }
@@ -151,4 +151,4 @@ TEST(FieldDef, NicknamesThatFindNoRowOrAnother) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -2,16 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <span>
 #include <string>
 
-#include "dictionary/field_def.h"
+#include "common/field_rows.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
-
-const FieldDef& field(const char* nickname) {
-  return field_table_defs[static_cast<std::size_t>(find_field(nickname))];
-}
 
 TEST(ValueMap, NamesGiveNumbers) {
   constexpr std::int64_t none = -1;
@@ -45,7 +42,7 @@ TEST(ValueMap, NamesGiveNumbers) {
   };
   for (const auto& [name, layout, text, value] : cases) {
     SCOPED_TRACE(std::string(name) + "=" + text);
-    const ValueMapEntry* entry = map_lookup(field(name).value_map, layout, text);
+    const ValueMapEntry* entry = map_lookup(field_named(name).value_map, layout, text);
     EXPECT_EQ(entry ? std::int64_t{entry->value} : none, value);
   }
 }
@@ -66,7 +63,7 @@ TEST(ValueMap, NamesGiveBytes) {
   for (const auto& [name, text, bytes] : cases) {
     SCOPED_TRACE(std::string(name) + "=" + text);
     const ValueMapBytesEntry* entry =
-        map_lookup_bytes(field(name).value_map_bytes, any_layout, text);
+        map_lookup_bytes(field_named(name).value_map_bytes, any_layout, text);
     const std::string found =
         entry ? std::string(entry->bytes, entry->bytes + entry->length) : std::string();
     EXPECT_EQ(found, bytes);
@@ -74,11 +71,11 @@ TEST(ValueMap, NamesGiveBytes) {
 }
 
 TEST(ValueMap, ValuesGiveEntries) {
-  EXPECT_STREQ(map_find_value(field("orient").value_map, 0, 7)->description, "FV RR");
-  EXPECT_EQ(map_find_value(field("orient").value_map, 0, 10), nullptr);
-  EXPECT_STREQ(map_find_value(field("cn-set-button").value_map, 1, 2)->description,
+  EXPECT_STREQ(map_find_value(field_named("orient").value_map, 0, 7)->description, "FV RR");
+  EXPECT_EQ(map_find_value(field_named("orient").value_map, 0, 10), nullptr);
+  EXPECT_STREQ(map_find_value(field_named("cn-set-button").value_map, 1, 2)->description,
                "Change ISO Speed");
-  const ValueMapBytesEntry* lenses = field("px-lens-id").value_map_bytes;
+  const ValueMapBytesEntry* lenses = field_named("px-lens-id").value_map_bytes;
   const std::uint8_t sigma[] = {0x03, 0x2C, 0x00};
   const std::span bytes(sigma);
   EXPECT_STREQ(map_find_bytes(lenses, 3, bytes.first(2))->nickname, "sigma01");
@@ -90,4 +87,4 @@ TEST(ValueMap, ValuesGiveEntries) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

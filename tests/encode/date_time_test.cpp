@@ -1,10 +1,13 @@
 #include "encode/date_time.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 
-#include "common/test_tools.h"
+#include "common/bytes.h"
+#include "common/printed_errors.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 /// The date as EXIF stores it and the zone, or the code.
@@ -118,9 +121,9 @@ TEST(DateTime, TextsOfAnyLengthAreSafe) {
 }
 
 TEST(DateTime, UnknownRequirement) {
-  EXPECT_EQ(test::errors_of(
-                [] { EXPECT_EQ(parse("2004:05:01", static_cast<DateRequirement>(3)), "code 18"); }),
-            "Internal Error: Unknown date/time requirement 3\n");
+  EXPECT_EQ(
+      errors_of([] { EXPECT_EQ(parse("2004:05:01", static_cast<DateRequirement>(3)), "code 18"); }),
+      "Internal Error: Unknown date/time requirement 3\n");
 }
 
 TEST(DateTime, NumbersOfNoMonthHaveAName) {
@@ -130,4 +133,4 @@ TEST(DateTime, NumbersOfNoMonthHaveAName) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -2,23 +2,26 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <span>
 #include <string>
 #include <utility>
 
-#include "common/test_tools.h"
+#include "common/field_rows.h"
+#include "common/printed_errors.h"
+#include "common/tiff_builder.h"
 #include "encode/edit_list.h"
 #include "support/charset.h"
 #include "support/settings.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
-using test::errors_of;
-
-std::uint16_t row_of(const char* nickname) {
-  const int row = find_field(nickname);
-  EXPECT_NE(row, not_found) << nickname;
-  return static_cast<std::uint16_t>(row);
+/// The size of encoded values; a field that may be SHORT or LONG is encoded as LONG.
+std::uint64_t encoded_size(const FieldDef& def, std::uint32_t count) {
+  const auto type =
+      def.data_type == DataType::short_or_long ? DataType::unsigned_long : def.data_type;
+  return value_size(static_cast<std::uint16_t>(type), count);
 }
 
 /// Value count and the stored bytes in hexadecimal, or the code.
@@ -30,18 +33,16 @@ std::string encode(const char* nickname, std::string_view text, EncodeTarget tar
   if (code != ErrorCode::ok) {
     return "code " + std::to_string(static_cast<unsigned>(code));
   }
-  const DataType type = field_table_defs[row].data_type;
-  const auto stored = type == DataType::short_or_long ? DataType::unsigned_long : type;
-  const std::uint64_t size = value_size(static_cast<std::uint16_t>(stored), count);
-  return std::to_string(count) + ":" + test::digits_of(std::span(output).first(size), true);
+  const std::uint64_t size = encoded_size(field_table_defs[row], count);
+  return std::to_string(count) + ":" + digits_of(std::span(output).first(size), true);
 }
 
 std::string rationals(std::initializer_list<std::int32_t> numbers) {
-  test::Bytes bytes;
+  Bytes bytes;
   for (const std::int32_t number : numbers) {
-    test::put(bytes, bytes.size(), static_cast<std::uint32_t>(number), 4, true);
+    put(bytes, bytes.size(), static_cast<std::uint32_t>(number), 4, true);
   }
-  return std::to_string(numbers.size() / 2) + ":" + test::digits_of(bytes, true);
+  return std::to_string(numbers.size() / 2) + ":" + digits_of(bytes, true);
 }
 
 struct Case {
@@ -261,13 +262,11 @@ TEST(EncodeField, EveryRowTakesItsNamesAndNoTextOverrunsTheArea) {
       if (ends_the_program || code_of(text) != ErrorCode::ok) {
         continue;
       }
-      const auto type =
-          def.data_type == DataType::short_or_long ? DataType::unsigned_long : def.data_type;
-      EXPECT_LE(value_size(static_cast<std::uint16_t>(type), count), encoded_limit);
+      EXPECT_LE(encoded_size(def, count), encoded_limit);
     }
   }
   testing::internal::GetCapturedStderr();
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -2,17 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "common/bytes.h"
+#include "common/printed_errors.h"
 #include "common/temporary_directory.h"
-#include "common/test_tools.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
-using test::errors_of;
 using Items = std::vector<std::pair<std::string, std::string>>;
 using Names = std::vector<std::string>;
 
@@ -167,7 +169,7 @@ TEST(FieldListDeathTest, AnImpossibleStateEndsTheProgram) {
 }
 
 TEST(ListFile, IsReadUpToTheSizeOfTheBuffer) {
-  const test::TemporaryFile file(test::bytes_of("a=1\nb=2\n"));
+  const TemporaryFile file(bytes_of("a=1\nb=2\n"));
   std::array<char, 20> buffer;
   buffer.fill('#');
   EXPECT_EQ(read_list_file(file.name.c_str(), buffer), 8u);
@@ -181,4 +183,4 @@ TEST(ListFile, IsReadUpToTheSizeOfTheBuffer) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -6,10 +6,11 @@
 #include <memory>
 #include <string>
 
+#include "common/field_rows.h"
 #include "support/settings.h"
 #include "support/text_buffer.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 bool dataset_text(IptcStore*, std::string_view name, std::string_view& value) {
@@ -31,11 +32,9 @@ class Template : public testing::Test {
   }
 
   void add_field(const char* nickname, const char* text) {
-    const int row = find_field(nickname);
-    ASSERT_NE(row, not_found);
-    const FieldDef& def = field_table_defs[static_cast<std::size_t>(row)];
+    const FieldDef& def = field_named(nickname);
     FieldEntry& entry = image->fields[image->field_count++];
-    entry.def = static_cast<std::uint32_t>(row);
+    entry.def = row_of(nickname);
     entry.tag = def.tag;
     entry.kind = def.ifd_kind;
     copy_text(entry.text, text);
@@ -165,4 +164,4 @@ TEST_F(Template, WithoutAnOutputTheTextIsPrinted) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -25,14 +25,7 @@ Outcome run_outside_of(const std::string& directory, const Sandbox& sandbox,
   return outcome.value_or(Outcome{});
 }
 
-class Directories : public testing::Test {
- protected:
-  void SetUp() override {
-    if (const std::string obstacle = tracing_obstacle(); !obstacle.empty()) {
-      GTEST_SKIP() << "System calls can't be made to fail here: " << obstacle;
-    }
-  }
-};
+using Directories = TracedTest;
 
 TEST_F(Directories, ThatCannotBeEntered) {
   const Files files = {{"photo.jpg", photo_by("here")}, {"sub/photo.jpg", photo_by("there")}};

@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "common/bytes.h"
 #include "faults/photo_scene.h"
 
 namespace tagmend::test {

@@ -8,13 +8,15 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
+#include <vector>
 
 #include "common/edit_case.h"
+#include "common/jpeg_builder.h"
 
 namespace tagmend::test {
 
 Bytes photo_by(const std::string& artist) {
-  return jpeg({app0_jfif(), written_exif(true, camera_of(artist)), picture()});
+  return jpeg({app0_jfif(), written_exif(true, with_artist(camera(), artist)), picture()});
 }
 
 bool all_scenes_wanted() {
@@ -60,7 +62,7 @@ Pair jpeg_pair(bool iptc, bool big_endian, std::uint32_t seed) {
   const Bytes source = source_exif(big_endian, camera());
   const Bytes before = long_jpeg(source, app13_photoshop({resources(old_caption)}), seed);
   return iptc ? Pair{before, long_jpeg(source, app13_photoshop({resources(new_caption)}), seed)}
-              : Pair{before, long_jpeg(written_exif(big_endian, camera_of("x")),
+              : Pair{before, long_jpeg(written_exif(big_endian, with_artist(camera(), "x")),
                                        app13_photoshop({resources(old_caption)}), seed)};
 }
 
@@ -78,7 +80,7 @@ Bytes tiff(Bytes (*lay_out)(bool, const Chain&), bool big_endian, Chain chain,
 Pair tiff_pair(bool iptc, bool big_endian, std::uint32_t seed) {
   return {tiff(scattered_tiff, big_endian, camera(), old_caption, seed),
           iptc ? tiff(written_tiff, big_endian, camera(), new_caption, seed)
-               : tiff(written_tiff, big_endian, camera_of("x"), old_caption, seed)};
+               : tiff(written_tiff, big_endian, with_artist(camera(), "x"), old_caption, seed)};
 }
 
 Scene make_scene(bool tiff, bool iptc, bool keep_backup) {

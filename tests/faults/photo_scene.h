@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "common/image_builder.h"
+#include "common/bytes.h"
 #include "common/run_tagmend.h"
 
 namespace tagmend::test {

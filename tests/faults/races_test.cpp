@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "common/bytes.h"
 #include "faults/photo_scene.h"
 #include "faults/traced_run.h"
 
@@ -18,13 +19,11 @@ namespace {
 
 // ---- Another program replaces the file ----------------------------------------------------------
 
-class Replaced : public testing::TestWithParam<Scene> {
+class Replaced : public TracedTest, public testing::WithParamInterface<Scene> {
  protected:
   void SetUp() override {
     use_memory_file_system();
-    if (const std::string obstacle = tracing_obstacle(); !obstacle.empty()) {
-      GTEST_SKIP() << "Programs can't be stopped at their system calls here: " << obstacle;
-    }
+    TracedTest::SetUp();
   }
 
   [[nodiscard]] static const Scene& scene() { return GetParam(); }

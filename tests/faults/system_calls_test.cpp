@@ -18,12 +18,13 @@ namespace tagmend::test {
 namespace {
 
 /// The points of one scene at which a run is disturbed.
-class SystemCalls : public testing::TestWithParam<Scene> {
+class SystemCalls : public TracedTest, public testing::WithParamInterface<Scene> {
  protected:
   void SetUp() override {
     use_memory_file_system();
-    if (const std::string obstacle = tracing_obstacle(); !obstacle.empty()) {
-      GTEST_SKIP() << "System calls can't be disturbed here: " << obstacle;
+    TracedTest::SetUp();
+    if (IsSkipped()) {
+      return;
     }
     const SceneSandbox sandbox(scene());
     std::vector<SystemCall> calls;

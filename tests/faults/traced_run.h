@@ -3,13 +3,14 @@
 // comes.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "common/run_tagmend.h"
 
@@ -56,7 +57,10 @@ using Meddler = std::function<Meddling(const SystemCall&)>;
 std::optional<Outcome> run_traced(const Sandbox& sandbox, const Words& arguments,
                                   const Meddler& meddler, const Words& environment = {});
 
-/// Why programs can't be traced here, or an empty text when they can.
-std::string tracing_obstacle();
+/// Tests that trace programs, which can't be done everywhere.
+class TracedTest : public testing::Test {
+ protected:
+  void SetUp() override;
+};
 
 }  // namespace tagmend::test

@@ -1,7 +1,11 @@
 #include "iptc/app13_build.h"
 
+#include <gtest/gtest.h>
+
 #include <memory>
 
+#include "common/jpeg_builder.h"
+#include "common/printed_errors.h"
 #include "common/temporary_directory.h"
 #include "iptc/store_fixture.h"
 

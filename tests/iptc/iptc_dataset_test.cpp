@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 const IptcDatasetDef& row(int index) { return iptc_datasets[static_cast<std::size_t>(index)]; }
@@ -34,4 +34,4 @@ TEST(IptcDataset, ResourcesAreNoDatasets) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

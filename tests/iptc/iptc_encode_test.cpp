@@ -1,8 +1,11 @@
 #include "iptc/iptc_encode.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
+#include "common/printed_errors.h"
 #include "iptc/store_fixture.h"
 
 namespace tagmend::test {

@@ -1,7 +1,12 @@
 #include "iptc/iptc_read.h"
 
+#include <gtest/gtest.h>
+
 #include <vector>
 
+#include "common/jpeg_builder.h"
+#include "common/memory_readers.h"
+#include "common/printed_errors.h"
 #include "iptc/store_fixture.h"
 
 namespace tagmend::test {
@@ -176,14 +181,12 @@ TEST_F(IptcReadTest, TextsThatDoNotFitThePoolAreLostButNotTheirPlaces) {
 }
 
 TEST_F(IptcReadTest, AFieldOfMoreDatasetsThanTheStoreHolds) {
-  Bytes keywords;
-  for (std::size_t i = 0; i < IptcStore::capacity; ++i) {
-    keywords = joined({keywords, dataset(2, 25, "k")});
-  }
+  const Bytes keyword = dataset(2, 25, "k");
+  Bytes keywords = joined(std::vector<Bytes>(IptcStore::capacity, keyword));
   read_iptc_value(context_, cursor_over(keywords, 1000), keywords.size());
   EXPECT_FALSE(store_->incomplete);
   reset_iptc_store(*store_);
-  keywords = joined({keywords, dataset(2, 25, "k")});
+  keywords = joined({keywords, keyword});
   read_iptc_value(context_, cursor_over(keywords, 1000), keywords.size());
   EXPECT_EQ(store_->count, IptcStore::capacity);
   EXPECT_TRUE(store_->incomplete);
@@ -234,7 +237,7 @@ TEST_F(IptcReadTest, AValueBeyondTheBufferIsReadFromTheFile) {
   const Bytes value = dataset(2, 90, "Oslo");
   Bytes content = joined({Bytes(1000), value});
   const MFileHandle file = memory_file(content);
-  Bytes beginning(value.begin(), value.begin() + 6);
+  Bytes beginning = cut_at(value, 6);
   ByteCursor cursor = cursor_over(beginning, 1000);
   cursor.file = file.get();
   read_iptc_value(context_, cursor, value.size());

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "common/bytes.h"
 #include "common/context_fixture.h"
 #include "iptc/iptc_read.h"
 #include "iptc/iptc_store.h"

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
+#include "common/jpeg_builder.h"
 #include "read/reading.h"
 
 namespace tagmend::test {

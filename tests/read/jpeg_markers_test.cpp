@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
+#include "common/jpeg_builder.h"
+#include "common/memory_readers.h"
 #include "read/reading.h"
 
 namespace tagmend::test {

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
+#include "common/jpeg_builder.h"
 #include "read/reading.h"
 
 namespace tagmend::test {

@@ -1,9 +1,14 @@
 #include "read/raw_files.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 
+#include "common/bytes.h"
 #include "common/container_files.h"
 #include "common/context_fixture.h"
+#include "common/memory_readers.h"
+#include "common/printed_errors.h"
 #include "read/reading.h"
 
 namespace tagmend::test {
@@ -112,7 +117,7 @@ TEST_F(CrwTest, NumbersOutsideTheFileAreRefused) {
   } cases[] = {
       {{'I'}, ErrorCode::end_of_buffer, ""},
       {{'I', 'I', 0, 0, 0}, ErrorCode::end_of_buffer, ""},
-      {Bytes(whole.begin(), whole.begin() + 7), ErrorCode::seek_failed, no_start},
+      {cut_at(whole, 7), ErrorCode::seek_failed, no_start},
       {with(2, 0xFFFFFFFF), ErrorCode::read_failed, ""},
       {with(2, 500), ErrorCode::read_failed, ""},
       {with(start, 91), ErrorCode::read_failed, ""},
@@ -130,7 +135,7 @@ TEST_F(CrwTest, NumbersOutsideTheFileAreRefused) {
     EXPECT_EQ(errors, row.errors);
   }
   // A file in memory tells the reason itself.
-  Bytes stump(whole.begin(), whole.begin() + 7);
+  Bytes stump = cut_at(whole, 7);
   const MFileHandle file = memory_file(stump);
   EXPECT_EQ(errors_of([&] { EXPECT_EQ(read_crw(context_, *file, false), ErrorCode::seek_failed); }),
             "Internal Error: Attempt to seek past end of memfile (SEEK_END -8)\n" + no_start);

@@ -2,15 +2,14 @@
 // printed.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "common/bytes.h"
+#include "common/printed_errors.h"
 #include "common/temporary_directory.h"
-#include "common/test_tools.h"
 #include "iptc/iptc_store.h"
 #include "read/read_image_file.h"
 
@@ -33,9 +32,8 @@ inline Reading read_image(const Bytes& bytes, const MetadataHooks& hooks = {}, b
   Reading reading;
   reading.hooks = hooks;
   ReadContext context = reading.context();
-  testing::internal::CaptureStderr();
-  reading.result = read_image_file(context, "", file.name.c_str(), {}, sort);
-  reading.errors = testing::internal::GetCapturedStderr();
+  reading.errors = errors_of(
+      [&] { reading.result = read_image_file(context, "", file.name.c_str(), {}, sort); });
   if (const std::size_t at = reading.errors.find(file.name); at != std::string::npos) {
     reading.errors.replace(at, file.name.size(), "FILE");
   }

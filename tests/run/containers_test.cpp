@@ -7,7 +7,7 @@
 
 #include "common/container_files.h"
 #include "common/edit_case.h"
-#include "common/image_builder.h"
+#include "common/jpeg_builder.h"
 #include "common/maker_cameras.h"
 #include "common/run_tagmend.h"
 #include "run/shown_fields.h"

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "common/container_files.h"
-#include "common/image_builder.h"
+#include "common/jpeg_builder.h"
 #include "common/maker_cameras.h"
 #include "common/run_tagmend.h"
 
@@ -163,7 +163,7 @@ std::vector<std::size_t> spread(std::size_t end, std::size_t limit) {
 std::vector<Bytes> cut_and_flipped(const Bytes& whole, std::uint32_t seed) {
   std::vector<Bytes> files;
   for (const std::size_t size : spread(whole.size(), 100)) {
-    files.emplace_back(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+    files.push_back(cut_at(whole, size));
   }
   std::mt19937 random(seed);
   for (int i = 0; i < 100; ++i) {
@@ -207,9 +207,7 @@ std::size_t entry_position(const Bytes& tiff, const Entry& entry, std::uint32_t 
                            bool big_endian) {
   Bytes head;
   layout::put_entry_head(head, 0, entry, count, big_endian);
-  const auto place = std::search(tiff.begin(), tiff.end(), head.begin(), head.end());
-  EXPECT_NE(place, tiff.end());
-  return static_cast<std::size_t>(place - tiff.begin());
+  return position_of(tiff, head);
 }
 
 /// TIFF data with a note of nothing but pointers, a note of its own among them, all to one place:

@@ -7,13 +7,13 @@
 
 #include "common/container_files.h"
 #include "common/edit_case.h"
-#include "common/image_builder.h"
+#include "common/jpeg_builder.h"
 #include "common/run_tagmend.h"
 
 namespace tagmend::test {
 namespace {
 
-constexpr const char* kNewBlockName = "Dataset 2 Record Version";
+constexpr const char* new_block_name = "Dataset 2 Record Version";
 
 Bytes version(std::uint8_t record) { return dataset(record, 0, Bytes{0, 2}); }
 
@@ -24,13 +24,13 @@ Bytes iptc(std::initializer_list<Bytes> datasets, const char* name = "") {
 
 /// The same as an edit makes it anew, behind the version of record 2.
 Bytes new_iptc(std::initializer_list<Bytes> datasets) {
-  return iptc({version(2), joined(datasets)}, kNewBlockName);
+  return iptc({version(2), joined(datasets)}, new_block_name);
 }
 
-const Bytes kCaption = dataset(2, 120, "Old caption");
-const Bytes kTitle = dataset(2, 5, "Title");
-const Bytes kOne = dataset(2, 25, "one");
-const Bytes kTwo = dataset(2, 25, "two");
+const Bytes old_caption = dataset(2, 120, "Old caption");
+const Bytes old_title = dataset(2, 5, "Title");
+const Bytes keyword_one = dataset(2, 25, "one");
+const Bytes keyword_two = dataset(2, 25, "two");
 
 struct IptcCase {
   Words arguments;
@@ -42,52 +42,56 @@ struct IptcCase {
 
 void check(const std::vector<IptcCase>& cases) {
   for (const IptcCase& wanted : cases) {
-    EditCase edit{wanted.arguments, jpeg({app0_jfif(), app2_icc(), wanted.source, picture()}),
-                  jpeg({app0_jfif(), app2_icc(), wanted.expected, picture()}), wanted.err};
-    edit.settings.environment = wanted.environment;
-    check_edit(edit);
+    check_edit({wanted.arguments,
+                jpeg({app0_jfif(), app2_icc(), wanted.source, picture()}),
+                jpeg({app0_jfif(), app2_icc(), wanted.expected, picture()}),
+                wanted.err,
+                {.environment = wanted.environment}});
   }
 }
 
 /// An edit with -b that keeps the original all the same.
 void check_kept(const std::string& item, const Bytes& source, const Bytes& expected,
                 const std::string& err = "") {
-  EditCase edit{{"-b", "-a", item}, source, expected, err};
-  edit.kept = true;
-  check_edit(edit);
+  check_edit({.arguments = {"-b", "-a", item},
+              .source = source,
+              .expected = expected,
+              .err = err,
+              .kept = true});
 }
 
 TEST(IptcEdit, DatasetsAreAddedReplacedAndRemoved) {
-  const Bytes source = iptc({version(2), kTitle, kOne, kTwo, kCaption});
+  const Bytes source = iptc({version(2), old_title, keyword_one, keyword_two, old_caption});
   check({
       {{"-a", "ip-caption=Hello"}, {}, new_iptc({dataset(2, 120, "Hello")})},
       {{"-a", "ip-caption=[ip-caption] ([ip-keyword])"},
        source,
-       iptc({version(2), kTitle, kOne, kTwo, dataset(2, 120, "Old caption (one; two)")})},
+       iptc({version(2), old_title, keyword_one, keyword_two,
+             dataset(2, 120, "Old caption (one; two)")})},
       // A value that proves wrong leaves the one that is there.
       {{"-a", "ip-object=New,ip-date=[ip-keyword],ip-version=[ip-keyword]"},
        source,
-       iptc({version(2), dataset(2, 5, "New"), kOne, kTwo, kCaption}),
+       iptc({version(2), dataset(2, 5, "New"), keyword_one, keyword_two, old_caption}),
        "Can't add IPTC field ip-date: Date format invalid\n"
        "Can't add IPTC field ip-version: Invalid number specified\n"},
       {{"-a", "ip-caption=Hello,ip-caption=Last"},
        source,
-       iptc({version(2), kTitle, kOne, kTwo, dataset(2, 120, "Last")})},
+       iptc({version(2), old_title, keyword_one, keyword_two, dataset(2, 120, "Last")})},
       {{"-a", "ip-keyword=three; four  ;five"},
        source,
-       iptc({version(2), kTitle, kOne, kTwo, dataset(2, 25, "three"), dataset(2, 25, "four"),
-             dataset(2, 25, "five"), kCaption})},
+       iptc({version(2), old_title, keyword_one, keyword_two, dataset(2, 25, "three"),
+             dataset(2, 25, "four"), dataset(2, 25, "five"), old_caption})},
       {{"-j", "054", "-a", "ip-keyword=\"3,4;5\""},
        source,
-       iptc(
-           {version(2), kTitle, kOne, kTwo, dataset(2, 25, "3"), dataset(2, 25, "4;5"), kCaption})},
+       iptc({version(2), old_title, keyword_one, keyword_two, dataset(2, 25, "3"),
+             dataset(2, 25, "4;5"), old_caption})},
       {{"-c", "'", "-a", "ip-keyword='\\'a;b\\';c'"},
        source,
-       iptc(
-           {version(2), kTitle, kOne, kTwo, dataset(2, 25, "a;b"), dataset(2, 25, "c"), kCaption})},
+       iptc({version(2), old_title, keyword_one, keyword_two, dataset(2, 25, "a;b"),
+             dataset(2, 25, "c"), old_caption})},
       {{"-r", "ip-keyword", "-a", "ip-keyword=new"},
        source,
-       iptc({version(2), kTitle, dataset(2, 25, "new"), kCaption})},
+       iptc({version(2), old_title, dataset(2, 25, "new"), old_caption})},
       {{"-r", "ip-obj*"},
        source,
        source,
@@ -147,10 +151,10 @@ TEST(IptcEdit, WhatIsNotEditedKeepsItsBytes) {
   const Bytes unknown = dataset(2, 99, noise(21, 5));
   const Bytes character_set = dataset(1, 90, Bytes{0x1B, 0x25, 0x47});
   const Bytes content =
-      joined({version(1), character_set, version(2), kTitle, kCaption, unknown, version(3),
+      joined({version(1), character_set, version(2), old_title, old_caption, unknown, version(3),
               dataset(3, 20, Bytes{0, 9}), dataset(7, 10, Bytes{1}), dataset(8, 10, "")});
   const Bytes changed = joined({version(1), character_set, version(2), dataset(2, 5, "New"),
-                                unknown, kCaption, version(3), dataset(3, 20, Bytes{0, 9}),
+                                unknown, old_caption, version(3), dataset(3, 20, Bytes{0, 9}),
                                 dataset(7, 10, Bytes{1}), dataset(8, 10, "")});
   check({
       {{"-a", "ip-object=New"},
@@ -171,15 +175,15 @@ TEST(IptcEdit, WhatIsNotEditedKeepsItsBytes) {
        app13_photoshop({url, resource(1034, "", {1, 0})}),
        app13_photoshop({flag})},
       // A dataset of a record without a version brings it.
-      {{"-r", "ip-object"}, iptc({kTitle, kCaption}), new_iptc({kCaption})},
+      {{"-r", "ip-object"}, iptc({old_title, old_caption}), new_iptc({old_caption})},
   });
 }
 
 TEST(IptcEdit, SegmentsOfAFile) {
   const Bytes foreign = segment(0xED, bytes_of("Adobe_CM and nothing else in it"));
-  const Bytes first = iptc({version(2), kTitle});
-  const Bytes last = iptc({version(2), kCaption});
-  const Bytes title_and_caption = iptc({version(2), dataset(2, 5, "New"), kCaption});
+  const Bytes first = iptc({version(2), old_title});
+  const Bytes last = iptc({version(2), old_caption});
+  const Bytes title_and_caption = iptc({version(2), dataset(2, 5, "New"), old_caption});
   const Bytes alone = new_iptc({dataset(2, 5, "New")});
   const Words add = {"-a", "ip-object=New"};
   const EditCase cases[] = {
@@ -209,9 +213,10 @@ TEST(IptcEdit, SegmentsOfAFile) {
 }
 
 TEST(IptcEdit, TogetherWithExif) {
-  const Bytes old_block = iptc({version(2), kTitle, kOne, kTwo, kCaption});
-  const Bytes new_block = iptc({version(2), kTitle, kOne, kTwo, dataset(2, 120, "New")});
-  const Bytes shorter = iptc({version(2), kTitle, kCaption});
+  const Bytes old_block = iptc({version(2), old_title, keyword_one, keyword_two, old_caption});
+  const Bytes new_block =
+      iptc({version(2), old_title, keyword_one, keyword_two, dataset(2, 120, "New")});
+  const Bytes shorter = iptc({version(2), old_title, old_caption});
   for (const bool big : {false, true}) {
     Chain no_model = camera();
     drop(no_model[0], 0x0110);
@@ -221,7 +226,7 @@ TEST(IptcEdit, TogetherWithExif) {
     const EditCase cases[] = {
         {{"-a", "artist=x,ip-caption=New"},
          jpeg({exif_segment, app2_icc(), old_block, picture()}),
-         jpeg({written_exif(big, camera_of("x")), app2_icc(), new_block, picture()})},
+         jpeg({written_exif(big, with_artist(camera(), "x")), app2_icc(), new_block, picture()})},
         // The Photoshop block becomes shorter before the thumbnail is copied.
         {{"-r", "model,ip-keyword"},
          jpeg({app0_jfif(), old_block, exif_segment, picture()}),
@@ -269,8 +274,8 @@ TEST(IptcEdit, TiffFiles) {
       return chain;
     };
     const Chain plain = {page, page};
-    const Bytes old_content = joined({version(2), kOne, kCaption});
-    const Bytes new_content = joined({version(2), kOne, dataset(2, 120, "New caption!")});
+    const Bytes old_content = joined({version(2), keyword_one, old_caption});
+    const Bytes new_content = joined({version(2), keyword_one, dataset(2, 120, "New caption!")});
     const Bytes first_content = joined({version(2), dataset(2, 120, "New caption!")});
     const Bytes digest = resource(1061, "", noise(16, 4));
     const Bytes shape = resource(1005, "Name", noise(7, 5));
@@ -286,7 +291,7 @@ TEST(IptcEdit, TiffFiles) {
     } const cases[] = {
         {{"-a", "ip-caption=New caption!"},
          plain,
-         with(first_content, resource(1028, kNewBlockName, first_content))},
+         with(first_content, resource(1028, new_block_name, first_content))},
         {{"-a", "ip-caption=New caption!"},
          with(old_content, area(old_content)),
          with(new_content, area(new_content))},
@@ -306,7 +311,7 @@ TEST(IptcEdit, TiffFiles) {
 }
 
 TEST(IptcEdit, DamagedBlocks) {
-  const Bytes block = resource(1028, "", joined({version(2), kCaption}));
+  const Bytes block = resource(1028, "", joined({version(2), old_caption}));
   const auto photoshop = [](const Bytes& resources) { return app13_photoshop({resources}); };
   const Bytes edited = photoshop(resource(1028, "", joined({version(2), dataset(2, 120, "New")})));
   Bytes overlong = joined({version(2), dataset(2, 25, "word")});
@@ -318,7 +323,7 @@ TEST(IptcEdit, DamagedBlocks) {
     std::string err;
   } const partly[] = {
       {photoshop(joined({block, bytes_of("8BIX"), noise(20, 1)})), edited, ""},
-      {photoshop(resource(1028, "", joined({version(2), {0x42, 0x42}, kCaption}))), edited,
+      {photoshop(resource(1028, "", joined({version(2), {0x42, 0x42}, old_caption}))), edited,
        "Warning: IPTC Caption field mark missing (4242)\n"},
       {photoshop(resource(1028, "", overlong)), photoshop(resource(1028, "", cut_word)),
        "Warning: IPTC Field ip-keyword long than remaining data length, truncating\n"},
@@ -346,7 +351,8 @@ TEST(IptcEdit, Limits) {
   // bytes, and one more would be padded past 65535.
   const Bytes block = resource(1005, "", noise(65400, 1));
   const std::string caption(56, 'x');
-  const Bytes added = resource(1028, kNewBlockName, joined({version(2), dataset(2, 120, caption)}));
+  const Bytes added =
+      resource(1028, new_block_name, joined({version(2), dataset(2, 120, caption)}));
   check({{{"-a", "ip-caption=" + caption},
           app13_photoshop({block}),
           app13_photoshop({block, added})}});
@@ -356,15 +362,14 @@ TEST(IptcEdit, Limits) {
 
   // An edit list that is full has no place for the version.
   std::string cities;
-  Bytes keywords;
   for (int i = 0; i < 199; ++i) {
     cities += "ip-city,";
-    keywords = joined({keywords, kOne});
   }
+  const Bytes keywords = joined(std::vector(199, keyword_one));
   const Bytes small_caption = dataset(2, 120, "x");
   check({{{"-q", "-a", "ip-caption=x", "-r", cities},
-          iptc({kTitle}),
-          iptc({kTitle, small_caption}),
+          iptc({old_title}),
+          iptc({old_title, small_caption}),
           "Warning: Can't add IPTC Dataset 2 version field - edit table full\n"},
          // The store holds 200: neither the city nor the version find room.
          {{"-a", "ip-caption=x,ip-city=y"},
@@ -373,11 +378,11 @@ TEST(IptcEdit, Limits) {
           "Warning: Field table full. Some edit actions may not have been performed.\n"}});
 
   // Of 300 resources the store holds 200: the block stays as it is.
-  Bytes many;
-  for (std::uint16_t i = 0; i < 300; ++i) {
-    many = joined({many, resource(static_cast<std::uint16_t>(2000 + i), "", {1, 2})});
+  std::vector<Bytes> resources;
+  for (std::uint16_t number = 2000; number < 2300; ++number) {
+    resources.push_back(resource(number, "", {1, 2}));
   }
-  const Bytes source = jpeg({app13_photoshop({many}), picture()});
+  const Bytes source = jpeg({app13_photoshop({joined(resources)}), picture()});
   check_kept("ip-caption=New", source, source,
              "Warning: Field table full. Some edit actions may not have been performed.\n");
 }

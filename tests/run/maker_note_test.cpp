@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "common/edit_case.h"
-#include "common/image_builder.h"
 #include "common/maker_cameras.h"
 #include "common/run_tagmend.h"
+#include "common/tiff_builder.h"
 #include "run/shown_fields.h"
 
 namespace tagmend::test {
@@ -48,12 +48,6 @@ Texts shown_note(const Bytes& file) {
   return {first + 1, last};
 }
 
-std::size_t position(const Bytes& file, const Bytes& wanted) {
-  const auto place = std::search(file.begin(), file.end(), wanted.begin(), wanted.end());
-  EXPECT_NE(place, file.end());
-  return static_cast<std::size_t>(place - file.begin());
-}
-
 /// The nickname of the last row of a tag: it names a field whose own kind has no rows.
 std::string last_nickname(std::uint32_t tag) {
   std::string name;
@@ -69,10 +63,10 @@ std::string last_nickname(std::uint32_t tag) {
 Texts thumbnail_lines(const Note& note, const Bytes& file) {
   const std::size_t base =
       note.camera->base == Base::inner
-          ? position(file, bytes_of(note.camera->prefix)) + note.camera->prefix.size()
-          : position(file, bytes_of("Exif\0\0"s)) + 6;
+          ? position_of(file, bytes_of(note.camera->prefix)) + note.camera->prefix.size()
+          : position_of(file, bytes_of("Exif\0\0"s)) + 6;
   const Bytes thumbnail = nikon_thumbnail_ifd().thumbnail;
-  return {last_nickname(0x0201) + "=" + std::to_string(position(file, thumbnail) - base),
+  return {last_nickname(0x0201) + "=" + std::to_string(position_of(file, thumbnail) - base),
           last_nickname(0x0202) + "=" + std::to_string(thumbnail.size())};
 }
 
@@ -97,11 +91,10 @@ Texts expected_lines(const Note& note, const Bytes& file) {
 
 TEST(MakerNote, EditsElsewhereKeepEveryField) {
   for_every_note([](const Note& note, bool big_file) {
-    Chain chain = photo_of(note);
+    const Chain chain = photo_of(note);
     const Bytes source = source_photo(big_file, chain);
     EXPECT_EQ(shown_note(source), expected_lines(note, source));
-    set(chain[0], text(0x013B, "x"));
-    const Bytes written = written_photo(big_file, chain);
+    const Bytes written = written_photo(big_file, with_artist(chain, "x"));
     check_edit({{"-a", "artist=x"}, source, written});
     EXPECT_EQ(shown_note(written), expected_lines(note, written));
   });
@@ -316,221 +309,6 @@ TEST(MakerNote, ASizeThatOneMinoltaNamesOtherwise) {
     const std::string size = camera.layout == 18 ? "2048x1536" : "2560x1920";
     EXPECT_TRUE(std::ranges::count(lines, "mns1-image-dim=" + size) == 1) << camera.layout;
   }
-}
-
-// ---- Notes that do not begin as their layout says ----
-
-TEST(MakerNote, PrefixesThatDoNotFit) {
-  const std::string pentax =
-      "Warning: Unrecognised Pentax Maker Note format. Maker note will not be interpretted\n";
-  const std::string nikon =
-      "Warning: Unrecognised Nikon Maker Note format. Maker note will not be interpretted\n";
-  struct Case {
-    std::uint32_t layout;  ///< chosen by make and model
-    std::string begins;    ///< instead of the layout's own prefix
-    std::string out, err;
-    bool is_read;  ///< whether the IFD behind it is still looked for
-  };
-  const auto wrong = [](std::uint32_t layout, const std::string& begins, const std::string& shown) {
-    return Case{layout, begins, "buf_p=0x" + shown + "\n",
-                "Warning: " + cameras()[layout].make + " Maker Note prefix is incorrect.\n", true};
-  };
-  const Case cases[] = {
-      {3, "AOC\0XX"s, "", pentax, false},
-      {3, "PENTAX"s, "", pentax, false},
-      {27, "Nikon\0\3\0\0\0"s, "", nikon, false},
-      {28, "Nikon"s, "", nikon, false},
-      wrong(2, "FujiFilm\x0C\0\0\0"s, "46 75 6a 69 46 69 6c 6d"),
-      wrong(4, "AOC\0MM"s, "41 4f 43 00 4d 4d 00 02"),
-      wrong(7, "EPSON\0\2\0"s, "45 50 53 4f 4e 00 02 00"),
-      wrong(8, "OLYMP\0\2\0"s, "4f 4c 59 4d 50 00 02 00"),
-      wrong(9, "OLYMPUS "s, "4f 4c 59 4d 50 55 53 20"),
-      wrong(10, "OLYMP\0\2\0"s, "4f 4c 59 4d 50 00 02 00"),
-      wrong(11, "OLYMP\0\1\0"s, "4f 4c 59 4d 50 00 01 00"),
-      wrong(12, "OLYMP\0\2\0"s, "4f 4c 59 4d 50 00 02 00"),
-      wrong(17, "QVC\0\0\1"s, "51 56 43 00 00 01 00 02"),
-      wrong(32, "PANASONIC\0\0\0"s, "50 41 4e 41 53 4f 4e 49"),
-      wrong(33, "Ricoh\0\0\0"s, "52 69 63 6f 68 00 00 00"),
-  };
-  const std::vector<Camera> all = cameras();
-  for (const Case& row : cases) {
-    SCOPED_TRACE(row.begins);
-    Note note = note_of(all[row.layout], true, false);
-    note.fields.clear();
-    Chain chain = photo_of(note);
-    Ifd ifd = ifd_of_note(note);
-    ifd.entries = {text(0x0002, "within"), text(0x0007, "the note")};
-    ifd.header = bytes_of(row.begins);
-    set(exif(chain), maker_note(ifd));
-    const Bytes source = source_photo(true, chain);
-    Chain changed = chain;
-    set(changed[0], text(0x013B, "x"));
-    if (!row.is_read) {
-      // The bytes from the note's beginning to the end of its IFD, which lies at the end.
-      const auto at =
-          source.begin() + static_cast<std::ptrdiff_t>(position(source, bytes_of(row.begins)));
-      const auto end =
-          at + static_cast<std::ptrdiff_t>(row.begins.size() + layout::table_size(ifd));
-      set(exif(changed), octets(0x927C, kUndefined, Bytes(at, end)));
-    }
-    const Bytes expected = written_photo(true, changed);
-    for (const bool quiet : {false, true}) {
-      const Sandbox sandbox({{"photo.jpg", source}});
-      expect_outcome(run(sandbox, {quiet ? "-bq" : "-b", "-a", "artist=x", "photo.jpg"}), 0,
-                     row.out, quiet ? "" : row.err);
-      expect_files(sandbox, {{"photo.jpg", expected}});
-    }
-  }
-}
-
-// Only the first IFD of a note has the maker's header in front of it; what stands behind it is
-// linked.
-TEST(MakerNote, IfdsBehindItsFirst) {
-  const auto words = [](const Numbers& numbers) {
-    return layout::value_bytes(shorts(0, numbers), true);
-  };
-  const Bytes start = words({0x4D4D, 42, 0, 8});
-  const Bytes make = bytes_of("OLYMPUS OPTICAL CO.,LTD\0"s);
-  const auto exif_and_note = [&words](std::uint32_t note, std::uint32_t second) {
-    return joined({words({1, 0x927C, 7, 0, 44, 0, note, 0, 0}), bytes_of("OLYMP\0\1\0"s),
-                   words({1, 0x0207, 2, 0, 4, 0x6162, 0x6300, 0, second}),
-                   words({1, 0xABCD, 3, 0, 1, 7, 0, 0, 0})});
-  };
-  const Bytes source = joined({start, words({3,      0x010F, 2,      0, 24, 0, 50, 0x0110, 2, 0, 4,
-                                             0x432D, 0x3100, 0x8769, 4, 0,  1, 0,  74,     0, 0}),
-                               make, exif_and_note(92, 118)});
-  const Bytes edited = joined(
-      {start, words({4, 0x010F, 2, 0,      24, 0,      62, 0x0110, 2, 0, 4,  0x432D, 0x3100, 0x013B,
-                     2, 0,      2, 0x7800, 0,  0x8769, 4,  0,      1, 0, 86, 0,      0}),
-       make, exif_and_note(104, 130)});
-  check_edit({{"-b", "-a", "artist=x"}, source, edited}, "photo.tif");
-}
-
-// The notes of a file are written in one layout: one that differs from the first is a value.
-TEST(MakerNote, ASecondNoteOfAnotherLayout) {
-  const std::vector<Camera> all = cameras();
-  const auto note = [&all](std::size_t layout, bool big) {
-    Ifd ifd = ifd_of_note(note_of(all[layout], true, big));
-    ifd.entries = {text(0x0002, layout == 30 ? "first" : "other")};
-    return ifd;
-  };
-  for (const bool same : {true, false}) {
-    const Ifd second = note(same ? 30 : 31, false);
-    Chain chain = photo_of(note_of(all[30], true, true));
-    set(exif(chain), maker_note(note(30, true)));
-    set(chain[1], pointer(0x8769, {rationals(0x829A, {1, 9}), maker_note(second)}));
-    const Bytes source = source_photo(true, chain);
-    Chain changed = chain;
-    set(changed[0], text(0x013B, "x"));
-    Files after;
-    if (!same) {
-      const auto at =
-          source.begin() + static_cast<std::ptrdiff_t>(position(source, bytes_of(all[31].prefix)));
-      const auto length = all[31].prefix.size() + 8 + layout::table_size(second) + 6;
-      set(nested(changed[1], 0x8769),
-          octets(0x927C, kUndefined, Bytes(at, at + static_cast<std::ptrdiff_t>(length))));
-      after["photo-be.jpg"] = source;
-    }
-    after["photo.jpg"] = written_photo(true, changed);
-    const Sandbox sandbox({{"photo.jpg", source}});
-    EXPECT_EQ(run(sandbox, {"-b", "-a", "artist=x", "photo.jpg"}).status, 0);
-    expect_files(sandbox, after);
-  }
-}
-
-/// The note is carried over as it is, also once an edit has put other things around it.
-void check_value(const Camera& camera, const Bytes& content) {
-  SCOPED_TRACE(camera.layout);
-  Chain chain = photo_of(note_of(camera, true, false));
-  set(exif(chain), octets(0x927C, kUndefined, content));
-  const Bytes source = source_photo(true, chain);
-  set(chain[0], text(0x013B, "x"));
-  const Bytes expected = written_photo(true, chain);
-  for (const Bytes& before : {source, expected}) {
-    const Sandbox sandbox({{"photo.jpg", before}});
-    EXPECT_EQ(run(sandbox, {"-b", "-a", "artist=x", "photo.jpg"}).status, 0);
-    expect_files(sandbox, {{"photo.jpg", expected}});
-  }
-}
-
-TEST(MakerNote, ANoteThatLostItsOwnFieldsKeepsItsByteOrder) {
-  const std::vector<Camera> all = cameras();
-  for (const bool big_file : {false, true}) {
-    for (const bool big_note : {false, true}) {
-      const Note note = note_of(all[31], big_file, big_note);
-      Ifd ifd = ifd_of_note(note);
-      const Entry thumbnail = *find(ifd, 0x0011);
-      ifd.entries = {text(0x0004, "FINE"), thumbnail};
-      Chain chain = photo_of(note);
-      set(exif(chain), maker_note(ifd));
-      const Bytes source = source_photo(big_file, chain);
-      drop(ifd, 0x0004);
-      set(exif(chain), maker_note(ifd));
-      check_edit({{"-b", "-r", "n3-quality"}, source, written_photo(big_file, chain)});
-    }
-  }
-}
-
-// A preview lies outside of all fields. Where one is, and how long.
-TEST(MakerNote, PreviewsThatAreNotMovedStayInTheBackup) {
-  struct {
-    std::uint32_t layout;
-    std::uint16_t offset_tag, length_tag;
-  } const rows[] = {{3, 0x0004, 0x0003}, {21, 0x0088, 0x0089}, {22, 0x0088, 0x0089}};
-  const std::vector<Camera> all = cameras();
-  for (const auto& row : rows) {
-    for (const std::uint32_t offset : {0U, 40U, 0x00FFFFFFU}) {  // none, in the file, behind it
-      SCOPED_TRACE(std::to_string(row.layout) + " " + std::to_string(offset));
-      const Note note = note_of(all[row.layout], true, false);
-      Ifd ifd = ifd_of_note(note);
-      ifd.entries = {};
-      set(ifd, {longs(row.offset_tag, {offset}), longs(row.length_tag, {9})});
-      Chain chain = photo_of(note);
-      set(exif(chain), maker_note(ifd));
-      const Bytes source = source_photo(true, chain);
-      set(chain[0], text(0x013B, "x"));
-      EditCase edit{{"-b", "-a", "artist=x"}, source, written_photo(true, chain)};
-      edit.kept = offset == 40;
-      check_edit(edit);
-    }
-  }
-}
-
-// A note of no known layout is moved as it is; offsets from the TIFF header then miss its values.
-TEST(MakerNote, AnUnknownNoteWithOffsetsFromOutsideStaysInTheBackup) {
-  for (const bool from_header : {false, true}) {
-    Bytes note = joined({bytes_of("SOMEONE \0\0\0\0"s), big16(1), big16(0x2000), big16(kAscii),
-                         big32(6), big32(30), big32(0), bytes_of("inner\0"s)});
-    Chain chain = camera();
-    set(exif(chain), octets(0x927C, kUndefined, note));
-    if (from_header) {
-      const Bytes built = source_photo(true, chain);
-      const std::size_t base = position(built, bytes_of("Exif\0\0"s)) + 6;
-      put(note, 22, static_cast<std::uint32_t>(position(built, note) - base + 30), 4, true);
-      set(exif(chain), octets(0x927C, kUndefined, note));
-    }
-    const Bytes source = source_photo(true, chain);
-    set(chain[0], text(0x013B, "x"));
-    EditCase edit{{"-b", "-a", "artist=x"}, source, written_photo(true, chain)};
-    edit.kept = from_header;
-    check_edit(edit);
-  }
-}
-
-TEST(MakerNote, WhatIsNoNoteOfItsLayoutKeepsItsBytes) {
-  const Bytes other_makers = joined({bytes_of("Another maker's note"), Bytes(40, 0xFF)});
-  for (const Camera& camera : cameras()) {
-    const std::uint32_t layout = camera.layout;
-    if (!camera.prefix.empty() && layout != 5 && layout != 6 && (layout < 29 || layout > 31)) {
-      check_value(camera, other_makers);
-    }
-    check_value(camera, {1, 2, 3, 4});                                     // in the entry
-    check_value(camera, joined({bytes_of(camera.prefix), Bytes(40, 0)}));  // without entries
-    // Nor a place, behind none, where the new file has its IFD0.
-    check_value(camera, joined({bytes_of(camera.prefix), {0, 0, 0, 0, 0, 8, 0, 0, 0}}));
-    check_value(camera, joined({bytes_of(camera.prefix), {0, 0, 8, 0, 0, 0, 7, 0, 0}}));
-  }
-  check_value(cameras()[1], {0, 5, 1, 2, 3, 4, 5, 6});  // of few entries
 }
 
 }  // namespace

@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "common/edit_case.h"
-#include "common/image_builder.h"
+#include "common/jpeg_builder.h"
 #include "common/run_tagmend.h"
 
 namespace tagmend::test {
 namespace {
 
-constexpr const char* kUsage =
+constexpr const char* usage_text =
     "\n"
     "NAME\n"
     "\n"
@@ -49,15 +49,15 @@ constexpr const char* kUsage =
     "   -v       Display program version information\n"
     "\n";
 
-constexpr const char* kVersion =
+constexpr const char* version_text =
     "\ntagmend V2.7.0 - 24-November-2005\n\n"
     "For usage information enter 'tagmend -h'\n\n"
     "Build Ref: M1.2 $B1.2 $U1.2 $L1.2 $\n\n";
 
-constexpr const char* kNoAction = "Error: No valid edit action specified\n";
-constexpr const char* kThumbnailOption =
+const std::string no_action = "Error: No valid edit action specified\n";
+const std::string thumbnail_ignored =
     "Warning: -t option ignored. Thumbnail operations not supported.\n";
-constexpr const char* kEraseIgnored =
+const std::string erase_ignored =
     "Warning: Can't specify -e option with -a, -r, -t, or -s options.\n"
     "         -e option ignored.\n";
 
@@ -86,26 +86,26 @@ void check_without_edit(const std::vector<Case>& cases) {
 
 TEST(Messages, CommandLine) {
   check_without_edit({
-      {{}, 0, "", kVersion},
-      {{"-v"}, 0, "", kVersion},
-      {{"-h"}, 0, "", kUsage},
-      {{"-hv"}, 0, "", kUsage},
-      {{"-v", "-a", "artist=x", "photo.jpg"}, 0, "", kVersion},
-      {{"-h", "-t", "1"}, 0, kThumbnailOption, kUsage},
+      {{}, 0, "", version_text},
+      {{"-v"}, 0, "", version_text},
+      {{"-h"}, 0, "", usage_text},
+      {{"-hv"}, 0, "", usage_text},
+      {{"-v", "-a", "artist=x", "photo.jpg"}, 0, "", version_text},
+      {{"-h", "-t", "1"}, 0, thumbnail_ignored, usage_text},
       {{"-x"}, 1, "tagmend: invalid option -- 'x'\n"},
       {{"-a"}, 1, "tagmend: option requires an argument -- 'a'\n"},
       {{"-x", "-c", "A", "-s", "photo.jpg"}, 1, "tagmend: invalid option -- 'x'\n"},
       {{"-xh"}, 1, "tagmend: invalid option -- 'x'\n"},
-      {{"photo.jpg"}, 1, kNoAction},
-      {{"-b", "-d", "-i", "-q", "-u", "photo.jpg"}, 1, kNoAction},
+      {{"photo.jpg"}, 1, no_action},
+      {{"-b", "-d", "-i", "-q", "-u", "photo.jpg"}, 1, no_action},
       // Options end at the first operand.
-      {{"photo.jpg", "-s"}, 1, kNoAction},
-      {{"--", "-s"}, 1, kNoAction},
-      {{"-t", "120"}, 1, std::string(kThumbnailOption) + kNoAction},
-      {{"-t120", "-q"}, 1, std::string(kThumbnailOption) + kNoAction},
-      {{"-q", "-t", "120"}, 1, kNoAction},
-      {{"-e", "x"}, 1, kNoAction, "Error: Invalid erase option '-e x' specified.\n"},
-      {{"-q", "-e", "xe"}, 1, kNoAction, "Error: Invalid erase option '-e xe' specified.\n"},
+      {{"photo.jpg", "-s"}, 1, no_action},
+      {{"--", "-s"}, 1, no_action},
+      {{"-t", "120"}, 1, thumbnail_ignored + no_action},
+      {{"-t120", "-q"}, 1, thumbnail_ignored + no_action},
+      {{"-q", "-t", "120"}, 1, no_action},
+      {{"-e", "x"}, 1, no_action, "Error: Invalid erase option '-e x' specified.\n"},
+      {{"-q", "-e", "xe"}, 1, no_action, "Error: Invalid erase option '-e xe' specified.\n"},
       {{"-p", "foo=UTF-8"}, 1, "Error: Invalid character set type 'FOO' on -p option.\n"},
       {{"-q", "-p", "local", "-s"},
        0,
@@ -121,20 +121,20 @@ TEST(Messages, CommandLine) {
        1,
        "Warning: Attempt to set LOCAL character set mutlple times on -p option, only first value "
        "used.\n" +
-           std::string(kNoAction)},
-      {{"-q", "-p", "EXIF=UTF-8,EXIF=ASCII", "-p", "EXIF=ASCII"}, 1, kNoAction},
+           no_action},
+      {{"-q", "-p", "EXIF=UTF-8,EXIF=ASCII", "-p", "EXIF=ASCII"}, 1, no_action},
       // The list is read, so there is an action, but no file follows.
       {{"-s"}},
       {{"-e", "Exact"}},
-      {{"-e", ""}, 1, kNoAction, "Error: Invalid erase option '-e ' specified.\n"},
+      {{"-e", ""}, 1, no_action, "Error: Invalid erase option '-e ' specified.\n"},
       {{"-eF"}},
-      {{"-a", "artist=x", "-e", "a"}, 0, kEraseIgnored},
-      {{"-e", "i", "-r", "artist"}, 0, kEraseIgnored},
+      {{"-a", "artist=x", "-e", "a"}, 0, erase_ignored},
+      {{"-e", "i", "-r", "artist"}, 0, erase_ignored},
       {{"-q", "-e", "f", "-s"}},
       // An erase request that gives way to a list in which nothing is valid leaves no action.
       {{"-e", "e", "-a", "nosuch=1"},
        1,
-       "Unknown field 'nosuch' ignored.\n" + std::string(kEraseIgnored) + kNoAction},
+       "Unknown field 'nosuch' ignored.\n" + erase_ignored + no_action},
   });
 }
 
@@ -190,7 +190,7 @@ TEST(Messages, ValuesAreCheckedBeforeAnyFileIsTouched) {
     const std::string name = std::string(item).substr(0, std::string(item).find('='));
     cases.push_back({{"-q", "-a", item},
                      1,
-                     "Invalid value specified for " + name + ": " + reason + "\n" + kNoAction});
+                     "Invalid value specified for " + name + ": " + reason + "\n" + no_action});
   }
   for (const char* const accepted :
        {"ARTIST=x", "orient=upper-left", "main-width=-1", "iso-speed=65535", "shutter=1/125",
@@ -203,7 +203,7 @@ TEST(Messages, ValuesAreCheckedBeforeAnyFileIsTouched) {
                    1,
                    "Invalid value specified for oecf: Binary hexadecimal string must contain an "
                    "even number of characters\n" +
-                       std::string(kNoAction)});
+                       no_action});
   cases.push_back({{"-a", "description=" + text_1999}});
   cases.push_back({{"-a", "description=" + std::string(2030, 'x')},
                    1,
@@ -220,12 +220,12 @@ TEST(Messages, ListSyntax) {
   const std::string end_in_value =
       "Unexpected end of list where value expected. Field 'make' ignored\n";
   check_without_edit({
-      {{"-a", "make="}, 1, "End of string reached after '='\n" + end_in_value + kNoAction},
-      {{"-qa", "make="}, 1, end_in_value + kNoAction},
+      {{"-a", "make="}, 1, "End of string reached after '='\n" + end_in_value + no_action},
+      {{"-qa", "make="}, 1, end_in_value + no_action},
       {{"-a", std::string(60, 'n') + "=1"},
        1,
-       "Unknown field '" + std::string(50, 'n') + "' ignored.\n" + kNoAction},
-      {{"-a", ""}, 1, kNoAction},
+       "Unknown field '" + std::string(50, 'n') + "' ignored.\n" + no_action},
+      {{"-a", ""}, 1, no_action},
       {{"-r", " make\tmodel\n,artist"}},
       {{"-r", "\"make model\""},
        0,
@@ -236,12 +236,10 @@ TEST(Messages, ListSyntax) {
       {{"-r", "=5,make"}, 0, "Unexpected value '5' ignored\n"},
       {{"-r", "exif-offset,end-table"},
        1,
-       "Unknown field 'exif-offset' ignored.\nUnknown field 'end-table' ignored.\n" +
-           std::string(kNoAction)},
+       "Unknown field 'exif-offset' ignored.\nUnknown field 'end-table' ignored.\n" + no_action},
       {{"-a", "@missing.txt"},
        1,
-       "Error: Can't open file list file missing.txt: No such file or directory\n" +
-           std::string(kNoAction)},
+       "Error: Can't open file list file missing.txt: No such file or directory\n" + no_action},
       {{"-r", "@missing.txt", "-s"},
        0,
        "Error: Can't open file list file missing.txt: No such file or directory\n"},
@@ -322,8 +320,8 @@ TEST(Messages, DirectoriesThatCannotBeEntered) {
 
 TEST(Messages, EditsThatPartlyFail) {
   const auto photo = [](const Bytes& headers) {
-    const Ifd ifd = ifd_of({text(0x010F, "Acme"), text(0x0110, "M"),
-                            pointer(0x8769, {octets(0x9000, kUndefined, "0220")})});
+    const Ifd ifd =
+        ifd_of({text(0x010F, "Acme"), text(0x0110, "M"), pointer(0x8769, {exif_version()})});
     return jpeg({source_exif(true, {ifd}), headers});
   };
   const Bytes usual = photo(picture());

@@ -2,14 +2,13 @@
 // them, whatever the layout of the source.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "common/edit_case.h"
-#include "common/image_builder.h"
 #include "common/run_tagmend.h"
+#include "common/tiff_builder.h"
 
 namespace tagmend::test {
 namespace {
@@ -55,10 +54,9 @@ void check_tiff(const Words& arguments, const Chain& source, const Chain& expect
 
 TEST(TiffEdit, EveryStructureIsCarriedOver) {
   Ifd with_metadata = page(1, 2, kLong, kLong);
-  set(with_metadata,
-      {pointer(0x8769, {rationals(0x829A, {1, 60}), octets(0x9000, kUndefined, "0220"),
-                        pointer(0xA005, {text(0x0001, "R98")})}),
-       pointer(0x8825, {text(0x0001, "N"), rationals(0x0002, {1, 1, 2, 1, 3, 1})})});
+  set(with_metadata, {pointer(0x8769, {rationals(0x829A, {1, 60}), exif_version(),
+                                       pointer(0xA005, {text(0x0001, "R98")})}),
+                      pointer(0x8825, {text(0x0001, "N"), rationals(0x0002, {1, 1, 2, 1, 3, 1})})});
   Ifd with_own_strips = page(12, 1, kLong, kLong);
   Ifd strips = page(22, 2, kLong, kLong);
   set(with_own_strips, pointer(0x8769, std::vector<Ifd>{strips}));
@@ -88,9 +86,7 @@ TEST(TiffEdit, EveryStructureIsCarriedOver) {
   };
   for (std::size_t i = 0; i < structures.size(); ++i) {
     SCOPED_TRACE("structure " + std::to_string(i));
-    Chain added = structures[i];
-    set(added[0], text(0x013B, "J. Doe"));
-    check_tiff({"-a", "artist=J. Doe"}, structures[i], added);
+    check_tiff({"-a", "artist=J. Doe"}, structures[i], with_artist(structures[i], "J. Doe"));
   }
   // The pair is rewritten as LONGs.
   Chain added = {inside_and_outside};
@@ -98,28 +94,31 @@ TEST(TiffEdit, EveryStructureIsCarriedOver) {
   check_tiff({"-a", "artist=x"}, {inside_and_outside}, added);
 }
 
+Chain three_pages() {
+  return {page(1, 2, kLong, kLong), page(5, 1, kLong, kLong), page(9, 2, kLong, kLong)};
+}
+
 TEST(TiffEdit, FieldsAreAddedReplacedAndRemoved) {
-  const Chain plain = {page(1, 2, kLong, kLong), page(5, 1, kLong, kLong),
-                       page(9, 2, kLong, kLong)};
-  const auto changed = [&plain](auto change) {
-    Chain chain = plain;
-    change(chain);
-    return chain;
-  };
-  check_tiff({"-a", "x-res=300,description=A \"page\",th-description=second"}, plain,
-             changed([](Chain& c) {
-               set(c[0], {rationals(0x011A, {300, 1}), text(0x010E, "A \"page\"")});
-               set(c[1], text(0x010E, "second"));
-             }),
+  const Chain source = three_pages();
+  Chain described = source;
+  set(described[0], {rationals(0x011A, {300, 1}), text(0x010E, "A \"page\"")});
+  set(described[1], text(0x010E, "second"));
+  check_tiff({"-a", "x-res=300,description=A \"page\",th-description=second"}, source, described,
              "Unexpected '\"' ignored\nUnexpected '\"' ignored\n");
+  Chain without_resolution = source;
+  drop(without_resolution[0], 0x011A);
+  drop(without_resolution[1], 0x011A);
+  check_tiff({"-q", "-r", "x-res,th-x-res"}, source, without_resolution);
   // Both new IFDs go behind the last entry of IFD0 that is below their pointers.
-  check_tiff({"-a", "exp-time=1/4,gps-alt-ref=0"}, plain, changed([](Chain& c) {
-               c[0].entries.push_back(
-                   pointer(0x8825, {octets(0x0000, kByte, std::string_view("\2\0\0\0", 4)),
-                                    octets(0x0005, kByte, std::string_view("\0", 1))}));
-               c[0].entries.push_back(pointer(0x8769, {rationals(0x829A, {250000, 1000000}),
-                                                       octets(0x9000, kUndefined, "0220")}));
-             }));
+  Chain with_ifds = source;
+  with_ifds[0].entries.push_back(pointer(0x8825, {gps_version(), octets(0x0005, kByte, Bytes{0})}));
+  with_ifds[0].entries.push_back(
+      pointer(0x8769, {rationals(0x829A, {250000, 1000000}), exif_version()}));
+  check_tiff({"-a", "exp-time=1/4,gps-alt-ref=0"}, source, with_ifds);
+}
+
+TEST(TiffEdit, EveryPageKeepsItsOwnIfdsAndItsPlace) {
+  const Chain pages = three_pages();
   // Each page has an EXIF IFD of its own: the edited value stays in the first one's.
   const auto page_with_exif = [](std::uint32_t time) {
     Ifd ifd = page(1, 2, kLong, kLong);
@@ -131,30 +130,24 @@ TEST(TiffEdit, FieldsAreAddedReplacedAndRemoved) {
   // An EXIF IFD that is emptied and filled again stays that of its page, which stays in one piece.
   const auto page_with_interop = [](std::uint32_t time) {
     Ifd ifd = page(5, 1, kLong, kLong);
-    ifd.entries.push_back(
-        pointer(0x8769, {rationals(0x829A, {time, 1000000}), octets(0x9000, kUndefined, "0220"),
-                         pointer(0xA005, {text(0x0001, "R98")})}));
+    ifd.entries.push_back(pointer(0x8769, {rationals(0x829A, {time, 1000000}), exif_version(),
+                                           pointer(0xA005, {text(0x0001, "R98")})}));
     ifd.entries.push_back(octets(0x8773, kUndefined, "profile"));
     return ifd;
   };
-  check_tiff({"-r", "exp-time,exif-ver", "-a", "exp-time=2"}, {plain[0], page_with_interop(10000)},
-             {plain[0], page_with_interop(2000000)});
+  check_tiff({"-r", "exp-time,exif-ver", "-a", "exp-time=2"}, {pages[0], page_with_interop(10000)},
+             {pages[0], page_with_interop(2000000)});
   // A page whose only field is replaced stays between the others.
-  const auto second_made_by = [&plain](const char* make) {
-    return Chain{plain[0], ifd_of({text(0x010F, make)}), plain[2]};
+  const auto second_made_by = [&pages](const char* make) {
+    return Chain{pages[0], ifd_of({text(0x010F, make)}), pages[2]};
   };
   check_tiff({"-a", "th-make=new"}, second_made_by("old"), second_made_by("new"));
-  const Words no_resolution = {"-q", "-r", "x-res,th-x-res"};
-  check_tiff(no_resolution, plain, changed([](Chain& c) {
-               drop(c[0], 0x011A);
-               drop(c[1], 0x011A);
-             }));
   const std::string all_of_the_second =
       "th-width,th-len,th-bits-sam,th-comp,th-photo-int,th-strip-off,th-sample-pix,th-row-strip,"
       "th-strip-cnt,th-x-res";
-  const Chain first_and_third = {plain[0], plain[2]};
+  const Chain first_and_third = {pages[0], pages[2]};
   check_edit({{"-q", "-r", all_of_the_second},
-              scattered_tiff(true, plain),
+              scattered_tiff(true, pages),
               written_tiff(true, first_and_third)},
              "photo.tif");
 }
@@ -172,14 +165,12 @@ TEST(TiffEdit, ARefusedFileLeavesTheNextOneEditable) {
   Chain refused = {page(1, 1, kLong, kLong)};
   find(refused[0], 0x0117)->type = 0;
   const Chain plain = {page(3, 2, kLong, kLong)};
-  Chain edited = plain;
-  set(edited[0], text(0x013B, "x"));
   Files files = {{"a.tif", scattered_tiff(false, refused)},
                  {"b.tif", scattered_tiff(false, plain)}};
   const Sandbox sandbox(files);
   expect_outcome(run(sandbox, {"-b", "-a", "artist=x", "a.tif", "b.tif"}), 0, "",
                  "Error: File a.tif: Editing of this file type not supported\n");
-  files["b.tif"] = written_tiff(false, edited);
+  files["b.tif"] = written_tiff(false, with_artist(plain, "x"));
   expect_files(sandbox, files);
 }
 
@@ -191,80 +182,84 @@ TEST(TiffEdit, OneHalfOfWhatLocatesAnImageIsNotRemoved) {
   }
 }
 
+void expect_refused(const Bytes& source) {
+  const Files files = {{"photo.tif", source}};
+  expect_untouched(files, {"-b", "-a", "artist=x", "photo.tif"},
+                   "Error: File photo.tif: Editing of this file type not supported\n");
+  expect_untouched(files, {"-b", "-a", "artist=x", "."},
+                   "Error: Can't extract EXIF fields: Editing of this file type not supported\n");
+}
+
+/// A page that locates its strips by these entries, whatever they say.
+Ifd located_by(const std::vector<Entry>& locators) {
+  Ifd ifd = page(1, 1, kLong, kLong);
+  ifd.images.clear();
+  drop(ifd, 0x0111);
+  drop(ifd, 0x0117);
+  set(ifd, locators);
+  return ifd;
+}
+
 TEST(TiffEdit, PagesThatCannotBeWrittenAgainAreRefused) {
-  const auto with = [](Entry entry) {
-    Ifd ifd = page(1, 2, kLong, kLong);
-    set(ifd, std::move(entry));
-    return Chain{ifd};
+  const Ifd whole = page(1, 2, kLong, kLong);
+  const auto whole_with = [&whole](const Entry& entry) {
+    Ifd ifd = whole;
+    set(ifd, entry);
+    return ifd;
   };
-  Chain no_counts = {page(1, 2, kLong, kLong)};
-  drop(no_counts[0], 0x0117);
-  Chain no_offsets = {page(1, 1, kLong, kLong)};
-  no_offsets[0].images.clear();
-  drop(no_offsets[0], 0x0111);
-  *find(no_offsets[0], 0x0117) = longs(0x0117, {8});
-  Chain twice = {page(1, 1, kLong, kLong)};
-  twice[0].images.clear();
-  *find(twice[0], 0x0111) = longs(0x0111, {64});
-  twice[0].entries.insert(twice[0].entries.begin(), longs(0x0111, {72}));
-  *find(twice[0], 0x0117) = longs(0x0117, {8});
-  Chain unknown_type = {page(1, 1, kLong, kLong)};
-  unknown_type[0].images.clear();
-  *find(unknown_type[0], 0x0111) = shorts(0x0111, {64});
-  find(unknown_type[0], 0x0111)->type = 0;
-  Chain three_counts = {page(1, 2, kLong, kLong)};
-  three_counts[0].images.clear();
-  *find(three_counts[0], 0x0111) = longs(0x0111, {64, 128});
-  *find(three_counts[0], 0x0117) = longs(0x0117, {8, 8, 8});
-  Chain second_page = {page(1, 2, kLong, kLong), no_counts[0]};
-  Chain sub_image = {page(1, 2, kLong, kLong)};
-  set(sub_image[0], pointer(0x014A, std::vector<Ifd>{no_counts[0]}));
-  Chain tiles = {tiled(3)};
-  drop(tiles[0], 0x0145);
-  Chain odd_length = {page(1, 2, kLong, kLong), ifd_of({longs(0x0201, {64})})};
-  set(odd_length[1], rationals(0x0202, {9, 10}));
-  const Chain refused[] = {odd_length,
-                           with(rationals(0x0117, {8, 1, 8, 1})),
-                           with(longs(0x0207, {8, 8})),
-                           with(longs(0x0208, {8})),
-                           with(longs(0x0209, {8})),
-                           with(longs(0x0120, {8})),
-                           no_counts,
-                           no_offsets,
-                           twice,
-                           unknown_type,
-                           three_counts,
-                           second_page,
-                           sub_image,
-                           tiles,
-                           {page(1, 2, kLong, kLong), {}, page(5, 1, kLong, kLong)}};
-  const auto check_refused = [](const Bytes& source) {
-    const Files files = {{"photo.tif", source}};
-    expect_untouched(files, {"-b", "-a", "artist=x", "photo.tif"},
-                     "Error: File photo.tif: Editing of this file type not supported\n");
-    expect_untouched(files, {"-b", "-a", "artist=x", "."},
-                     "Error: Can't extract EXIF fields: Editing of this file type not supported\n");
+  Ifd no_counts = whole;
+  drop(no_counts, 0x0117);
+  Ifd twice = located_by({longs(0x0111, {64}), longs(0x0117, {8})});
+  twice.entries.insert(twice.entries.begin(), longs(0x0111, {72}));
+  Ifd tiles = tiled(3);
+  drop(tiles, 0x0145);
+  const struct {
+    const char* what;
+    Chain chain;
+  } cases[] = {
+      {"a thumbnail's length that is no whole number",
+       {whole, ifd_of({longs(0x0201, {64}), rationals(0x0202, {9, 10})})}},
+      {"counts that are no whole numbers", {whole_with(rationals(0x0117, {8, 1, 8, 1}))}},
+      {"offsets of quantisation tables", {whole_with(longs(0x0207, {8, 8}))}},
+      {"offsets of DC tables", {whole_with(longs(0x0208, {8}))}},
+      {"offsets of AC tables", {whole_with(longs(0x0209, {8}))}},
+      {"offsets of free bytes", {whole_with(longs(0x0120, {8}))}},
+      {"no counts", {no_counts}},
+      {"no offsets", {located_by({longs(0x0117, {8})})}},
+      {"offsets twice", {twice}},
+      {"offsets of no type", {located_by({{0x0111, 0, {64}, {}}, longs(0x0117, {8})})}},
+      {"more counts than offsets",
+       {located_by({longs(0x0111, {64, 128}), longs(0x0117, {8, 8, 8})})}},
+      {"no counts on the second page", {whole, no_counts}},
+      {"no counts in a sub-image", {whole_with(pointer(0x014A, std::vector<Ifd>{no_counts}))}},
+      {"no counts of tiles", {tiles}},
+      {"a page without fields", {whole, {}, page(5, 1, kLong, kLong)}},
   };
-  for (std::size_t i = 0; i < std::size(refused); ++i) {
-    SCOPED_TRACE("refused " + std::to_string(i));
+  for (const auto& refused : cases) {
+    SCOPED_TRACE(refused.what);
     for (const bool big : {false, true}) {
-      check_refused(scattered_tiff(big, refused[i]));
+      expect_refused(scattered_tiff(big, refused.chain));
     }
   }
-  // A camera's raw file: the picture is found by a header of its own behind the first.
+}
+
+// The picture is found by a header of its own behind the first.
+TEST(TiffEdit, ACamerasRawFileIsRefused) {
   Bytes raw = scattered_tiff(false, {page(1, 2, kLong, kLong)});
   put(raw, 8, bytes_of(std::string_view("CR\2\0", 4)));
-  check_refused(raw);
-  // A sub-image of an array that is linked to another one besides.
-  Chain array = {page(1, 2, kLong, kLong)};
-  set(array[0], pointer(0x014A, {ifd_of({}), ifd_of({shorts(0x0100, {4321})})}));
-  Bytes linked = written_tiff(true, array);
-  const Bytes last = bytes_of(std::string_view("\0\1\1\0\0\3\0\0\0\1\x10\xE1\0\0", 14));
-  const auto at = std::search(linked.begin(), linked.end(), last.begin(), last.end());
-  ASSERT_NE(at, linked.end());
-  const auto ifd = static_cast<std::size_t>(at - linked.begin());
-  put(linked, ifd + last.size(), static_cast<std::uint32_t>(ifd) - 6, 4, true);
-  check_refused(linked);
+  expect_refused(raw);
+}
+
+TEST(TiffEdit, ASubImageThatIsLinkedToAnotherIsRefused) {
+  Ifd array = page(1, 2, kLong, kLong);
+  set(array, pointer(0x014A, {ifd_of({}), ifd_of({shorts(0x0100, {4321})})}));
+  Bytes linked = written_tiff(true, {array});
+  // The last sub-image; an empty one stands in the 6 bytes before it.
+  const Bytes last = hex("0001 0100 0003 00000001 10E1 0000");
+  const std::size_t at = position_of(linked, last);
+  ASSERT_LT(at, linked.size());
+  put(linked, at + last.size(), static_cast<std::uint32_t>(at) - 6, 4, true);
+  expect_refused(linked);
 }
 
 }  // namespace

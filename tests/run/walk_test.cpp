@@ -9,7 +9,7 @@
 #include <string>
 
 #include "cli/paths.h"
-#include "common/image_builder.h"
+#include "common/jpeg_builder.h"
 #include "common/run_tagmend.h"
 #include "run/shown_fields.h"
 
@@ -30,7 +30,7 @@ Bytes notes() {
   return bytes_of("Nothing but words, more than fifty bytes of them, one after another.");
 }
 
-constexpr const char* kNotEditable =
+const std::string not_editable =
     "Error: Can't extract EXIF fields: Editing of this file type not supported";
 
 /// The lines of a stream, sorted: a walk meets files in the order of the system.
@@ -91,7 +91,7 @@ TEST(Walk, EveryImageOfADirectoryOnce) {
   const Outcome flat = run(sandbox, {"-q", "-a", "description=x", "d", "after.jpg"});
   EXPECT_EQ(flat.status, 0);
   EXPECT_EQ(sorted_lines(flat.out), successes);
-  EXPECT_EQ(flat.err, std::string(kNotEditable) + "\n");
+  EXPECT_EQ(flat.err, not_editable + "\n");
   expect_files(sandbox, edited);
 
   // With -i also the subdirectory, to which the walk comes back once.
@@ -133,7 +133,7 @@ TEST(Walk, SymbolicLinksAreFollowedButNotForever) {
   const std::string undetermined = ": can't determine file type: ";
   const std::string too_many = "Too many levels of symbolic links";
   EXPECT_EQ(sorted_lines(outcome.err),
-            (Texts{kNotEditable, kNotEditable,  // by two ways
+            (Texts{not_editable, not_editable,  // by two ways
                    "Error: Can't open directory self:" + too_many,
                    "Error: Can't open directory top:" + too_many,
                    "Error: file dangling" + undetermined + "No such file or directory",
@@ -154,7 +154,7 @@ TEST(Walk, DepthIsNotBoundedByOpenFilesOrPathLength) {
   ASSERT_EQ(::write(file, notes().data(), 60), 60);
   ::close(file);
   ::close(directory);
-  expect_outcome(run(sandbox, {"-i", "-s", "top"}), 0, "", std::string(kNotEditable) + "\n");
+  expect_outcome(run(sandbox, {"-i", "-s", "top"}), 0, "", not_editable + "\n");
 }
 
 TEST(Walk, DeepPathsAndLongStartDirectories) {

@@ -1,16 +1,18 @@
 #include "support/byte_cursor.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <array>
+#include <span>
 
+#include "common/bytes.h"
+#include "common/memory_readers.h"
+#include "common/printed_errors.h"
 #include "common/temporary_directory.h"
-#include "common/test_tools.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
-
-using test::Bytes;
 
 TEST(ByteCursor, NothingLeavesTheBuffer) {
   constexpr char read[] = "Error: Attempt to read past end of buffer(%d).\n";
@@ -41,13 +43,12 @@ TEST(ByteCursor, NothingLeavesTheBuffer) {
     for (std::uint32_t size : {0U, row.room, row.room + 9}) {
       SCOPED_TRACE(testing::Message() << row.place << " in " << size << " bytes");
       Bytes bytes(size, 0x77);
-      ByteCursor cursor = test::cursor_over(bytes, 0);
+      ByteCursor cursor = cursor_over(bytes, 0);
       const std::uint32_t start = size - std::min(size, row.room);
       cursor_skip(cursor, start);
       std::array<char, 100> message;
       std::snprintf(message.data(), message.size(), row.message, row.place);
-      EXPECT_EQ(test::errors_of([&] { EXPECT_EQ(row.access(cursor), row.result); }),
-                message.data());
+      EXPECT_EQ(errors_of([&] { EXPECT_EQ(row.access(cursor), row.result); }), message.data());
       EXPECT_EQ(cursor.pos, row.on_last_byte && size != 0 ? size - 1 : start);
       EXPECT_EQ(cursor.error_count, row.errors);
       EXPECT_EQ(bytes, Bytes(size, 0x77));
@@ -57,10 +58,10 @@ TEST(ByteCursor, NothingLeavesTheBuffer) {
 
 TEST(ByteCursor, SkipsUpToTheEnd) {
   Bytes bytes(8);
-  ByteCursor cursor = test::cursor_over(bytes, 1000);
-  EXPECT_EQ(test::errors_of([&] { cursor_skip(cursor, 8); }), "");
+  ByteCursor cursor = cursor_over(bytes, 1000);
+  EXPECT_EQ(errors_of([&] { cursor_skip(cursor, 8); }), "");
   EXPECT_EQ(cursor_tell(cursor), 1008U);
-  EXPECT_EQ(test::errors_of([&] { cursor_skip(cursor, 0xFFFFFFFF); }),
+  EXPECT_EQ(errors_of([&] { cursor_skip(cursor, 0xFFFFFFFF); }),
             "Error: Attempt to skip past end of buffer(-1,435), exiting\n");
 }
 
@@ -75,8 +76,8 @@ class SeekOffset : public testing::Test {
     cursor.segment_end = 2000;
   }
 
-  Bytes content = test::noise(300000, 1);
-  MFileHandle file = test::memory_file(content);
+  Bytes content = noise(300000, 1);
+  MFileHandle file = memory_file(content);
   ByteCursor cursor;
   WorkBuffer alternate;
 };
@@ -110,8 +111,7 @@ TEST_F(SeekOffset, RefillsFromTheLastByteOn) {
 TEST_F(SeekOffset, FailuresLeaveTheCursorWhereItWas) {
   cursor.pos = 40;
   const auto seek = [this](std::uint32_t offset, WorkBuffer* buffer, ErrorCode expected) {
-    return test::errors_of(
-        [&] { EXPECT_EQ(cursor_seek_offset(cursor, offset, buffer), expected); });
+    return errors_of([&] { EXPECT_EQ(cursor_seek_offset(cursor, offset, buffer), expected); });
   };
   EXPECT_EQ(seek(987, nullptr, ErrorCode::end_of_buffer),
             "Internal Error: No alt buffer specified when when setting buffer offset.\n");
@@ -127,7 +127,7 @@ TEST_F(SeekOffset, FailuresLeaveTheCursorWhereItWas) {
   EXPECT_EQ(cursor.buffer.data(), content.data() + 100);
 }
 
-class LargeFile : public test::InTemporaryDirectory {};
+class LargeFile : public InTemporaryDirectory {};
 
 TEST_F(LargeFile, NothingIsReadBehindTheLastOffset) {
   const MFileHandle file(mfopen("large", "wb+"));
@@ -144,4 +144,4 @@ TEST_F(LargeFile, NothingIsReadBehindTheLastOffset) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -1,12 +1,16 @@
 #include "support/charset.h"
 
+#include <gtest/gtest.h>
+
 #include <cctype>
 #include <cstdlib>
+#include <span>
 #include <tuple>
 
-#include "common/test_tools.h"
+#include "common/bytes.h"
+#include "common/printed_errors.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 using namespace std::string_literals;
@@ -36,18 +40,18 @@ using Converted = std::tuple<std::string, std::size_t, std::string>;
 
 Converted to_local(std::size_t (*conversion)(ByteSpan, std::span<char>), std::string_view input,
                    std::size_t size) {
-  const test::Bytes bytes = test::bytes_of(input);
+  const Bytes bytes = bytes_of(input);
   std::string output(size, '#');
   std::size_t result = 0;
-  const std::string errors = test::errors_of([&] { result = conversion(bytes, output); });
+  const std::string errors = errors_of([&] { result = conversion(bytes, output); });
   return {output, result, errors};
 }
 
 Converted from_local(std::size_t (*conversion)(std::string_view, std::span<std::uint8_t>),
                      std::string_view input, std::size_t size) {
-  test::Bytes output(size, '#');
+  Bytes output(size, '#');
   std::size_t result = 0;
-  const std::string errors = test::errors_of([&] { result = conversion(input, output); });
+  const std::string errors = errors_of([&] { result = conversion(input, output); });
   return {std::string(output.begin(), output.end()), result, errors};
 }
 
@@ -118,4 +122,4 @@ TEST_F(Charset, AnUnknownSetConvertsNothing) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

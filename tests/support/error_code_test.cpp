@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 TEST(ErrorText, HasATextForEveryNumber) {
@@ -30,4 +30,4 @@ TEST(ErrorText, HasATextForEveryNumber) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -1,16 +1,16 @@
 #include "support/file_names.h"
 
+#include <gtest/gtest.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
 
+#include "common/bytes.h"
 #include "common/temporary_directory.h"
-#include "common/test_tools.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
-
-using test::bytes_of;
 
 std::string with_suffix(std::string_view name, std::string_view suffix, bool fits = true) {
   SiblingName result;
@@ -39,7 +39,7 @@ TEST(SiblingNames, AreCutAt99Characters) {
   EXPECT_EQ(numbered(std::string(300, 'n') + ".jpg", 1, false), std::string(99, 'n'));
 }
 
-class GiveFreeName : public test::InTemporaryDirectory {
+class GiveFreeName : public InTemporaryDirectory {
  protected:
   GiveFreeName() { here_.add("new", bytes_of("new")); }
 
@@ -105,4 +105,4 @@ TEST(CreatedFileList, HoldsNamesOfAHundredCharacters) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -1,38 +1,38 @@
 #include "support/file_primitives.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
 
+#include "common/bytes.h"
+#include "common/memory_readers.h"
+#include "common/printed_errors.h"
 #include "common/temporary_directory.h"
-#include "common/test_tools.h"
-#include "support/settings.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
-
-using test::Bytes;
-using test::bytes_of;
-using test::errors_of;
-using test::noise;
 
 TEST(FilePrimitives, TellHowANumberFailed) {
   Bytes bytes(7);
-  const MFileHandle file = test::memory_file(bytes);
+  const MFileHandle file = memory_file(bytes);
   std::uint16_t half = 0;
   std::uint32_t word = 0;
-  constexpr char in[] = "Error: Data truncated in file write\n";
-  constexpr char if_[] = "Error: Data truncated if file write\n";
+  constexpr char truncated_16[] = "Error: Data truncated in file write\n";
+  constexpr char truncated_32[] = "Error: Data truncated if file write\n";
   const struct {
     std::int64_t position;
     std::function<ErrorCode(MFILE&)> access;
     ErrorCode code;
     std::string errors;
   } cases[] = {
-      {6, [](MFILE& f) { return write_u16(f, 1, true); }, ErrorCode::write_failed, in},
-      {4, [](MFILE& f) { return write_u32(f, 1, true); }, ErrorCode::write_failed, if_},
+      {6, [](MFILE& f) { return write_u16(f, 1, true); }, ErrorCode::write_failed, truncated_16},
+      {4, [](MFILE& f) { return write_u32(f, 1, true); }, ErrorCode::write_failed, truncated_32},
       {6, [&](MFILE& f) { return read_u16(f, half, true); }, ErrorCode::end_of_buffer, ""},
       {4, [&](MFILE& f) { return read_u32(f, word, true); }, ErrorCode::end_of_buffer, ""},
-      {0, [](MFILE& f) { return write_u16_at(f, 6, 1, true); }, ErrorCode::seek_failed, in},
-      {0, [](MFILE& f) { return write_u32_at(f, 4, 1, true); }, ErrorCode::seek_failed, if_},
+      {0, [](MFILE& f) { return write_u16_at(f, 6, 1, true); }, ErrorCode::seek_failed,
+       truncated_16},
+      {0, [](MFILE& f) { return write_u32_at(f, 4, 1, true); }, ErrorCode::seek_failed,
+       truncated_32},
       {0, [&](MFILE& f) { return read_u16_at(f, 6, half, true); }, ErrorCode::seek_failed, ""},
       {0, [&](MFILE& f) { return read_u32_at(f, 4, word, true); }, ErrorCode::seek_failed, ""},
       {0, [](MFILE& f) { return seek_to_offset(f, UINT64_MAX); }, ErrorCode::seek_failed, ""},
@@ -44,7 +44,7 @@ TEST(FilePrimitives, TellHowANumberFailed) {
   }
 }
 
-class OnDisk : public test::InTemporaryDirectory {};
+class OnDisk : public InTemporaryDirectory {};
 
 TEST_F(OnDisk, BlocksAreWrittenAndReadWhole) {
   const MFileHandle file(mfopen("out", "wb+"));
@@ -92,15 +92,12 @@ TEST_F(OnDisk, CopiesAreExactOrSayWhy) {
     EXPECT_EQ(mfclose(out), 0);
     return here_.content("out");
   };
-  EXPECT_EQ(copied(5, 10, ErrorCode::ok), Bytes(bytes.begin() + 5, bytes.begin() + 15));
-  EXPECT_EQ(copied(current_position, 70000, ErrorCode::ok),
-            Bytes(bytes.begin() + 15, bytes.begin() + 70015));
-  EXPECT_EQ(copied(100, 0, ErrorCode::ok), Bytes(bytes.begin() + 100, bytes.end()));
+  EXPECT_EQ(copied(5, 10, ErrorCode::ok), part_of(bytes, 5, 10));
+  EXPECT_EQ(copied(current_position, 70000, ErrorCode::ok), part_of(bytes, 15, 70000));
+  EXPECT_EQ(copied(100, 0, ErrorCode::ok), part_of(bytes, 100, 299900));
   EXPECT_EQ(copied(current_position, 0, ErrorCode::ok), Bytes{}) << "an empty rest";
-  EXPECT_EQ(copied(299990, 11, ErrorCode::end_of_buffer),
-            Bytes(bytes.begin() + 299990, bytes.end()));
-  EXPECT_EQ(copied(100000, 200001, ErrorCode::end_of_buffer),
-            Bytes(bytes.begin() + 100000, bytes.end()));
+  EXPECT_EQ(copied(299990, 11, ErrorCode::end_of_buffer), part_of(bytes, 299990, 10));
+  EXPECT_EQ(copied(100000, 200001, ErrorCode::end_of_buffer), part_of(bytes, 100000, 200000));
 
   const MFileHandle out(mfopen("out", "wb+"));
   EXPECT_EQ(write_marker_and_copy(*source, 2, *out, 0xFFE1, 3), ErrorCode::ok);
@@ -116,7 +113,7 @@ TEST_F(OnDisk, CopiesTellWhichSideFailed) {
             "Error: Can't write to file: No space left on device\n");
 
   Bytes room(100);
-  const MFileHandle small = test::memory_file(room);
+  const MFileHandle small = memory_file(room);
   ASSERT_EQ(seek_to_offset(*source, 0), ErrorCode::ok);
   EXPECT_EQ(
       errors_of([&] { EXPECT_EQ(copy_bytes(*source, *small, 200), ErrorCode::write_failed); }),
@@ -131,7 +128,7 @@ TEST_F(OnDisk, CopiesTellWhichSideFailed) {
 
 TEST(FilePrimitives, ComparingLeavesThePosition) {
   Bytes bytes = bytes_of("Photoshop 3.0");
-  const MFileHandle file = test::memory_file(bytes);
+  const MFileHandle file = memory_file(bytes);
   ASSERT_EQ(seek_to_offset(*file, 10), ErrorCode::ok);
   EXPECT_TRUE(matches_at_position(*file, bytes_of("3.0")));
   EXPECT_FALSE(matches_at_position(*file, bytes_of("3.1")));
@@ -147,4 +144,4 @@ TEST(FilePrimitives, ComparingLeavesThePosition) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

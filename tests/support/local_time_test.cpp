@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <limits>
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 TEST(LocalTime, IsWrittenInDigitsOrNotAtAll) {
@@ -20,4 +20,4 @@ TEST(LocalTime, IsWrittenInDigitsOrNotAtAll) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -1,16 +1,15 @@
 #include "support/message.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 
-#include "common/test_tools.h"
+#include "common/printed_errors.h"
 #include "support/settings.h"
-#include "support/text_buffer.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 class Messages : public testing::Test {
@@ -23,11 +22,11 @@ TEST_F(Messages, EachSwitchSilencesItsKind) {
     print_error("Error: %d\n", 1);
     print_warning("Warning: %d\n", 2);
   };
-  EXPECT_EQ(test::errors_of(print), "Error: 1\nWarning: 2\n");
+  EXPECT_EQ(errors_of(print), "Error: 1\nWarning: 2\n");
   library_settings.warnings_suppressed = true;
-  EXPECT_EQ(test::errors_of(print), "Error: 1\n");
+  EXPECT_EQ(errors_of(print), "Error: 1\n");
   library_settings.errors_suppressed = true;
-  EXPECT_EQ(test::errors_of(print), "");
+  EXPECT_EQ(errors_of(print), "");
 }
 
 TEST_F(Messages, LeaveErrnoAloneEvenWhenTheyCannotBePrinted) {
@@ -59,19 +58,5 @@ TEST_F(Messages, KeepTheProgramsOrderAndCleanUpOnce) {
       testing::ExitedWithCode(3), "^first\nsecond\nthird\ncleaned\n$");
 }
 
-TEST(TextBuffer, StopsWhereItsRoomEnds) {
-  std::array<char, 8> room;
-  TextBuffer text(room);
-  append_format(text, "%d:", 12);
-  append(text, "ab");
-  EXPECT_EQ(text.text(), "12:ab");
-  append_format(text, "%s", "cdef");
-  EXPECT_STREQ(room.data(), "12:abcd");
-  EXPECT_TRUE(text.full());
-  append_format(text, "%d", 9);
-  append(text, "x");
-  EXPECT_EQ(text.text(), "12:abcd");
-}
-
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -1,19 +1,19 @@
 #include "support/mfile.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 
+#include "common/bytes.h"
+#include "common/memory_readers.h"
+#include "common/printed_errors.h"
 #include "common/temporary_directory.h"
-#include "common/test_tools.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
-
-using test::Bytes;
-using test::bytes_of;
-using test::noise;
 
 Bytes read_bytes(MFILE& file, std::size_t count) {
   Bytes bytes(count);
@@ -71,8 +71,7 @@ TEST(MemoryFile, SeeksInsideItsBuffer) {
     const MFileHandle file(mfopen_memfile(buffer.data(), 10, 8));
     ASSERT_EQ(mfseek(*file, 4, Whence::start), 0);
     int result = 0;
-    const std::string errors =
-        test::errors_of([&] { result = mfseek(*file, row.offset, row.whence); });
+    const std::string errors = errors_of([&] { result = mfseek(*file, row.offset, row.whence); });
     const bool refused = row.position < 0;
     EXPECT_EQ(result, refused ? 1 : 0);
     EXPECT_EQ(mftell(*file), refused ? 4 : row.position);
@@ -88,14 +87,14 @@ TEST(MemoryFile, SeeksInsideItsBuffer) {
 
 TEST(MemoryFile, RefusesWhatMakesNoSense) {
   Bytes buffer(4);
-  EXPECT_EQ(test::errors_of([] { EXPECT_EQ(mfopen_memfile(nullptr, 4, 0), nullptr); }),
+  EXPECT_EQ(errors_of([] { EXPECT_EQ(mfopen_memfile(nullptr, 4, 0), nullptr); }),
             "Internal Error: Invalid params passed to mfopen_memfile(00,4, 0)\n");
-  test::errors_of([&] {
+  errors_of([&] {
     EXPECT_EQ(mfopen_memfile(buffer.data(), 0, 0), nullptr);
     EXPECT_EQ(mfopen_memfile(buffer.data(), 4, 5), nullptr);
   });
-  const MFileHandle file = test::memory_file(buffer);
-  EXPECT_EQ(test::errors_of([&] { EXPECT_EQ(mfseek(*file, 1, static_cast<Whence>(3)), 0); }),
+  const MFileHandle file = memory_file(buffer);
+  EXPECT_EQ(errors_of([&] { EXPECT_EQ(mfseek(*file, 1, static_cast<Whence>(3)), 0); }),
             "Internal Error: Invalid whence past to mfseek(whence=3)\n");
   EXPECT_EQ(mftell(*file), 0);
   EXPECT_EQ(mfdescriptor(*file), -1);
@@ -103,7 +102,7 @@ TEST(MemoryFile, RefusesWhatMakesNoSense) {
 
 // ---- Disk files
 
-class DiskFiles : public test::InTemporaryDirectory {};
+class DiskFiles : public InTemporaryDirectory {};
 
 TEST_F(DiskFiles, OpenAsTheirModeSays) {
   EXPECT_EQ(mfopen("photo.jpg", "rb"), nullptr);
@@ -164,9 +163,8 @@ void run_against_model(MFILE& file, MFILE& source, const Bytes& source_bytes, By
       position -= std::min(position, random(300));
       ASSERT_EQ(mfseek(file, static_cast<std::int64_t>(position), Whence::start), 0);
     } else if (action == 2) {
-      const std::size_t left = model.size() - std::min(position, model.size());
-      const auto at = model.begin() + static_cast<std::ptrdiff_t>(model.size() - left);
-      const Bytes expected(at, at + static_cast<std::ptrdiff_t>(std::min(size, left)));
+      const std::size_t at = std::min(position, model.size());
+      const Bytes expected = part_of(model, at, std::min(size, model.size() - at));
       ASSERT_EQ(read_bytes(file, size), expected) << step;
       position += expected.size();
     } else {
@@ -178,9 +176,7 @@ void run_against_model(MFILE& file, MFILE& source, const Bytes& source_bytes, By
         ASSERT_EQ(mfwrite(read_bytes(source, size).data(), size, 1, file), 1U);
       }
       ASSERT_EQ(mftell(source), static_cast<std::int64_t>(from + size));
-      model.resize(std::max(model.size(), position + size));
-      std::copy_n(source_bytes.begin() + static_cast<std::ptrdiff_t>(from), size,
-                  model.begin() + static_cast<std::ptrdiff_t>(position));
+      put(model, position, part_of(source_bytes, from, size));
       position += size;
     }
     ASSERT_EQ(mftell(file), static_cast<std::int64_t>(position)) << step;
@@ -216,9 +212,7 @@ TEST_F(DiskFiles, CopyTheWholeOfWhatIsThere) {
     EXPECT_EQ(mfcopy(*source, *out, 70000), 0U);
     EXPECT_EQ(mferror(*source), 0);
     EXPECT_EQ(mfclose(out), 0);
-    Bytes expected = bytes_of("head");
-    expected.insert(expected.end(), bytes.begin(), bytes.end());
-    EXPECT_EQ(here_.content("out"), expected);
+    EXPECT_EQ(here_.content("out"), joined({bytes_of("head"), bytes}));
   }
   // The kernel's files do not tell their size.
   const MFileHandle source(mfopen("/proc/self/status", "rb"));
@@ -229,7 +223,7 @@ TEST_F(DiskFiles, CopyTheWholeOfWhatIsThere) {
 TEST_F(DiskFiles, CopyToAndFromMemory) {
   Bytes bytes = noise(200000, 1);
   Bytes target(150000);
-  const MFileHandle memory = test::memory_file(bytes);
+  const MFileHandle memory = memory_file(bytes);
   const MFileHandle small(mfopen_memfile(target.data(), 150000, 0));
   const MFileHandle disk(mfopen("out", "wb+"));
   EXPECT_EQ(mfcopy(*memory, *disk, 200000), 200000U);
@@ -266,4 +260,4 @@ TEST_F(DiskFiles, TheStandardInputIsNeverClosed) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

@@ -1,11 +1,11 @@
 #include "support/tagged_memory.h"
 
+#include <gtest/gtest.h>
+
 #include <bit>
 #include <cstring>
 
-#include "common/test_tools.h"
-
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 struct Header {
@@ -42,4 +42,4 @@ TEST(TaggedMemory, AWrongOwnerEndsTheProgram) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

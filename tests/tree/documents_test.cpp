@@ -9,7 +9,7 @@
 #include "dictionary/field_def.h"
 #include "iptc/iptc_dataset.h"
 
-namespace tagmend {
+namespace tagmend::test {
 namespace {
 
 std::string document(const std::string& path) {
@@ -62,4 +62,4 @@ TEST(FieldReference, NamesEveryFieldAndDataset) {
 }
 
 }  // namespace
-}  // namespace tagmend
+}  // namespace tagmend::test

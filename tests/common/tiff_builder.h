@@ -1,89 +1,20 @@
-// Builds test images byte for byte from plain descriptions, so that a test states what a file holds
-// and never copies bytes from the program. TIFF data comes in two layouts: the one that the writer
-// produces (what a test expects), and a scattered one (what a test starts from) that has the values
-// before their IFDs, chains last to first and junk between, so that nothing can pass by being left
-// where it was.
+// Builds TIFF data (TIFF 6.0, section 2) from plain descriptions of its IFDs, in two layouts: the
+// one that the writer produces (what a test expects), and a scattered one (what a test starts from)
+// that has the values before their IFDs, chains last to first and junk between, so that nothing can
+// pass by being left where it was.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <initializer_list>
-#include <span>
-#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "common/bytes.h"
+
 namespace tagmend::test {
 
-using Bytes = std::vector<std::uint8_t>;
 using Numbers = std::vector<std::uint32_t>;
-
-inline Bytes bytes_of(std::string_view text) { return {text.begin(), text.end()}; }
-
-inline Bytes joined(std::initializer_list<Bytes> parts) {
-  Bytes all;
-  for (const Bytes& part : parts) {
-    all.insert(all.end(), part.begin(), part.end());
-  }
-  return all;
-}
-
-/// Two hexadecimal digits for each byte.
-inline std::string digits_of(std::span<const std::uint8_t> bytes, bool upper_case) {
-  std::string text;
-  for (const std::uint8_t byte : bytes) {
-    char digits[3];
-    std::snprintf(digits, sizeof digits, upper_case ? "%02X" : "%02x", byte);
-    text += digits;
-  }
-  return text;
-}
-
-/// `size` bytes that differ from each other and from one `seed` to the next.
-inline Bytes noise(std::size_t size, std::uint32_t seed) {
-  Bytes bytes(size);
-  for (std::uint8_t& byte : bytes) {
-    seed = seed * 1664525U + 1013904223U;
-    byte = static_cast<std::uint8_t>(seed >> 24U);
-  }
-  return bytes;
-}
-
-/// Writes `size` low bytes of `value` at `at`, growing `out` with zero bytes as needed.
-inline void put(Bytes& out, std::size_t at, std::uint32_t value, std::size_t size,
-                bool big_endian) {
-  if (out.size() < at + size) {
-    out.resize(at + size);
-  }
-  for (std::size_t i = 0; i < size; ++i) {
-    const std::size_t shift = 8 * (big_endian ? size - 1 - i : i);
-    out[at + i] = static_cast<std::uint8_t>(value >> shift);
-  }
-}
-
-inline void put(Bytes& out, std::size_t at, const Bytes& bytes) {
-  if (out.size() < at + bytes.size()) {
-    out.resize(at + bytes.size());
-  }
-  std::ranges::copy(bytes, out.begin() + static_cast<std::ptrdiff_t>(at));
-}
-
-inline Bytes big16(std::uint32_t value) {
-  Bytes out;
-  put(out, 0, value, 2, true);
-  return out;
-}
-
-inline Bytes big32(std::uint32_t value) {
-  Bytes out;
-  put(out, 0, value, 4, true);
-  return out;
-}
-
-// ---- IFD trees (TIFF 6.0, section 2) ----
 
 /// The field types of TIFF 6.0 that the tests use.
 enum Type : std::uint16_t {
@@ -247,13 +178,13 @@ inline bool holds_image_sizes(const Ifd& ifd, const Entry& entry) {
 inline Entry completed(const Ifd& ifd, const Entry& entry) {
   Entry out = entry;
   if (locates_thumbnail(ifd, entry)) {
-    out.numbers = {entry.tag == 0x0202 ? static_cast<std::uint32_t>(ifd.thumbnail.size()) : 0};
+    out.numbers = {entry.tag == 0x0202 ? size_of(ifd.thumbnail) : 0};
   } else if (holds_image_offsets(ifd, entry)) {
     out.numbers.assign(ifd.images.size(), 0);
   } else if (holds_image_sizes(ifd, entry)) {
     out.numbers.clear();
     for (const Bytes& image : ifd.images) {
-      out.numbers.push_back(static_cast<std::uint32_t>(image.size()));
+      out.numbers.push_back(size_of(image));
     }
   }
   return out;
@@ -416,100 +347,6 @@ inline Bytes written_tiff(bool big_endian, const std::vector<Ifd>& chain) {
 /// The same content in the scattered layout of a source file.
 inline Bytes scattered_tiff(bool big_endian, const std::vector<Ifd>& chain) {
   return layout::tiff(big_endian, chain, true);
-}
-
-// ---- JPEG (ITU-T T.81, annex B) ----
-
-inline Bytes segment(std::uint8_t marker, const Bytes& payload) {
-  const auto length = static_cast<std::uint32_t>(payload.size() + 2);
-  return joined({{0xFF, marker}, big16(length), payload});
-}
-
-/// Compressed data with the byte stuffing and restart markers of a real scan, and bytes after the
-/// end-of-image marker that some cameras leave there.
-inline Bytes scan_and_trailer() {
-  return joined({segment(0xDA, {1, 1, 0, 0, 63, 0}),
-                 {0x12, 0xFF, 0x00, 0x34, 0xFF, 0xD0},
-                 noise(75, 3),
-                 {0xFF, 0xD9},
-                 bytes_of("after the image")});
-}
-
-/// Start of image, the segments, and the scan.
-inline Bytes jpeg(std::initializer_list<Bytes> segments) {
-  return joined({{0xFF, 0xD8}, joined(segments), scan_and_trailer()});
-}
-
-inline Bytes app0_jfif() {
-  return segment(0xE0, joined({bytes_of("JFIF"), {0, 1, 1, 1, 0, 72, 0, 72, 0, 0}}));
-}
-inline Bytes app1_exif(const Bytes& tiff) {
-  return segment(0xE1, joined({bytes_of("Exif"), {0, 0}, tiff}));
-}
-inline Bytes app1_xmp() {
-  return segment(0xE1,
-                 joined({bytes_of("http://ns.adobe.com/xap/1.0/"), {0}, bytes_of("<x:xmpmeta/>")}));
-}
-inline Bytes app2_icc() {
-  return segment(0xE2, joined({bytes_of("ICC_PROFILE"), {0, 1, 1}, noise(61, 2)}));
-}
-/// A Flashpix extension segment with stream data.
-inline Bytes app2_flashpix(std::uint8_t stream) {
-  return segment(0xE2,
-                 joined({bytes_of("FPXR"), {0, 0, 2, 0, stream, 0, 0, 0, 5}, noise(33, stream)}));
-}
-inline Bytes app14_adobe() {
-  return segment(0xEE, joined({bytes_of("Adobe"), {0, 100, 0, 0, 0, 0, 1}}));
-}
-inline Bytes comment(std::string_view value) { return segment(0xFE, bytes_of(value)); }
-inline Bytes quantisation_table() { return segment(0xDB, joined({{0}, noise(64, 5)})); }
-inline Bytes frame_header(std::uint32_t width, std::uint32_t height) {
-  return segment(0xC0, joined({{8}, big16(height), big16(width), {1, 1, 0x11, 0}}));
-}
-/// What every JPEG here ends its headers with.
-inline Bytes picture() { return joined({quantisation_table(), frame_header(1234, 567)}); }
-
-/// A source segment with scattered TIFF data.
-inline Bytes source_exif(bool big_endian, const std::vector<Ifd>& chain) {
-  return app1_exif(scattered_tiff(big_endian, chain));
-}
-/// The segment that the writer makes: its data and two closing zero bytes.
-inline Bytes written_exif(bool big_endian, const std::vector<Ifd>& chain) {
-  return app1_exif(joined({written_tiff(big_endian, chain), {0, 0}}));
-}
-
-// ---- IPTC in Photoshop resources (IPTC IIM 4) ----
-
-/// An image resource block; name and data are padded to an even length.
-inline Bytes resource(std::uint16_t number, std::string_view name, const Bytes& data) {
-  Bytes out = joined(
-      {bytes_of("8BIM"), big16(number), {static_cast<std::uint8_t>(name.size())}, bytes_of(name)});
-  out.resize(layout::even(out.size()));
-  out = joined({out, big32(static_cast<std::uint32_t>(data.size())), data});
-  out.resize(layout::even(out.size()));
-  return out;
-}
-inline Bytes dataset(std::uint8_t record, std::uint8_t number, const Bytes& value) {
-  return joined({{0x1C, record, number}, big16(static_cast<std::uint32_t>(value.size())), value});
-}
-inline Bytes dataset(std::uint8_t record, std::uint8_t number, std::string_view value) {
-  return dataset(record, number, bytes_of(value));
-}
-/// The datasets as a field of a TIFF file: LONGs in the file's order that lie as the bytes do.
-inline Entry iptc_field(Bytes content, bool big_endian) {
-  content.resize((content.size() + 3) / 4 * 4);
-  Entry field = longs(0x83BB, Numbers(content.size() / 4));
-  for (std::size_t at = 0; at < content.size(); ++at) {
-    field.numbers[at / 4] |= std::uint32_t{content[at]} << 8 * (big_endian ? 3 - at % 4 : at % 4);
-  }
-  return field;
-}
-/// The payload of an APP13 segment.
-inline Bytes photoshop(std::initializer_list<Bytes> resources) {
-  return joined({bytes_of("Photoshop 3.0"), {0}, joined(resources)});
-}
-inline Bytes app13_photoshop(std::initializer_list<Bytes> resources) {
-  return segment(0xED, photoshop(resources));
 }
 
 }  // namespace tagmend::test
