@@ -115,16 +115,16 @@ bool may_descend(const IfdChain& chain, const StoredEntry& entry, const ImageFil
 
 /// Where a chain of IFDs begins, and what led to it.
 struct ChainStart {
-  std::uint32_t offset;                 ///< of the first IFD, from the cursor's base
-  std::uint32_t parent;                 ///< a pointer tag or a root code
-  std::uint16_t level;                  ///< nesting depth
-  std::uint32_t seq;                    ///< sequence code of the first IFD
-  decltype(IfdPlace::around) around{};  ///< ids of the IFDs that it lies in
+  std::uint32_t offset;  ///< of the first IFD, from the cursor's base
+  std::uint32_t parent;  ///< a pointer tag or a root code
+  std::uint16_t level;   ///< nesting depth
+  std::uint32_t seq;     ///< sequence code of the first IFD
+  EnclosingIfds around{};
 };
 
 /// For a chain that a pointer in the IFD in work leads to.
-decltype(IfdPlace::around) around_nested(const IfdChain& chain) {
-  auto around = chain.place.around;
+EnclosingIfds around_nested(const IfdChain& chain) {
+  EnclosingIfds around = chain.place.around;
   around[chain.level] = chain.place.id;
   return around;
 }

@@ -45,10 +45,13 @@ inline const FileTypeInfo& file_type_info(FileType type) {
 /// How deep IFDs may nest: the deepest real files (raw images in sub-IFDs with maker notes) need 4.
 inline constexpr std::uint16_t max_ifd_level = 8;
 
+/// Ids of the IFDs that another lies in, by level.
+using EnclosingIfds = std::array<std::uint16_t, max_ifd_level>;
+
 /// What the reader tells of the IFD that an entry was read from; the same for all its entries.
 struct IfdPlace {
   std::uint16_t id = 0;  ///< tells IFDs of one file apart: a number in reading order
-  std::array<std::uint16_t, max_ifd_level> around{};  ///< ids of the IFDs that it lies in, by level
+  EnclosingIfds around{};
   std::uint32_t parent = 0;      ///< tag of the pointer that led to it, or a root code
   std::int64_t source_base = 0;  ///< file offset in the source from which its offsets count
   bool big_endian = false;       ///< byte order of the IFD and of its values in the source
