@@ -70,7 +70,7 @@ inline Contents unedited_contents(const Session& session, const Bytes& bytes) {
     std::snprintf(place, sizeof place,
                   "kind %u tag %x type %u: ", static_cast<unsigned>(entry.kind), entry.tag,
                   written_type(entry));
-    contents.lines.push_back(place + std::string(entry.text.data()));
+    contents.lines.push_back(place + std::string(entry.text.view()));
   }
   for (const IptcEntry& entry : session.iptc.list()) {
     if (is_edited(session, entry)) {

@@ -41,7 +41,7 @@ void print_fields() {
     } else {
       std::printf("0x%04x@%u=", entry.tag, static_cast<unsigned>(entry.kind));
     }
-    print_text(entry.text.data());
+    print_text(entry.text.view());
   }
 }
 

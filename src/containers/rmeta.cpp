@@ -52,7 +52,7 @@ ErrorCode append_custom_field(const TextFields& fields, std::uint32_t value_pos,
   entry.type = static_cast<std::uint16_t>(DataType::string);
   entry.count = static_cast<std::uint32_t>(value.size());
   copy_text(entry.name, field_table_defs[entry.def].description);
-  copy_text(entry.text, value);
+  copy_text(entry.text.room, value);
   return append_field(image, entry);
 }
 

@@ -40,7 +40,7 @@ bool last_entry_text(const ImageFile& image, std::uint32_t row, std::string_view
     if (entry.def != row) {
       continue;
     }
-    text = text_of(entry.text);
+    text = entry.text.view();
     found = true;
   }
   return found;
@@ -201,7 +201,7 @@ ErrorCode field_value(const FieldDef& def, NameValue& value, const SubstitutionC
     if (entry.tag != def.tag || entry.kind != def.ifd_kind) {
       continue;
     }
-    value.text = text_of(entry.text);
+    value.text = entry.text.view();
     return ErrorCode::ok;
   }
   return ErrorCode::field_not_present;

@@ -1,6 +1,7 @@
 #include "iptc/iptc_dataset.h"
 
 #include <algorithm>
+#include <functional>
 #include <span>
 
 #include "dictionary/tables/map_entry.h"
@@ -383,23 +384,25 @@ constexpr bool is_consistent(const IptcDatasetDef& def) {
 
 constexpr bool has_map(const IptcDatasetDef& def) { return def.value_map || def.value_map_bytes; }
 
-constexpr bool numbers_rise() {
-  for (std::size_t i = 2; i < rows().size() && rows()[i].resource == resource_iptc; ++i) {
-    const IptcDatasetDef& before = rows()[i - 1];
-    if (rows()[i].record < before.record) {
-      return false;
-    }
-    if (rows()[i].record == before.record && rows()[i].dataset <= before.dataset) {
-      return false;
-    }
-  }
-  return true;
+constexpr bool has_number(const IptcDatasetDef& def) { return def.resource == resource_iptc; }
+
+constexpr std::uint32_t number_of(const IptcDatasetDef& def) {
+  return std::uint32_t{def.record} << 16 | def.dataset;
+}
+
+/// The datasets of resource 1028, which stand together behind the catch-all row.
+constexpr std::span<const IptcDatasetDef> numbered_rows() {
+  const auto count = static_cast<std::size_t>(std::ranges::count_if(rows(), has_number));
+  return rows().subspan(1, count);
 }
 
 static_assert(iptc_datasets.back().resource == end_resource);
 static_assert(std::ranges::all_of(rows(), is_consistent));
 static_assert(std::ranges::count_if(rows(), has_map) == 12);
-static_assert(numbers_rise(), "no dataset twice");
+static_assert(std::ranges::all_of(numbered_rows(), has_number));
+static_assert(std::ranges::adjacent_find(numbered_rows(), std::ranges::greater_equal{},
+                                         number_of) == numbered_rows().end(),
+              "numbers rise, no dataset twice");
 
 /// Longer names are compared up to here.
 constexpr std::size_t compared_length = 50;
@@ -420,13 +423,12 @@ int find_dataset(std::string_view name, std::size_t start) {
 }
 
 std::uint16_t find_dataset_by_number(std::uint16_t record, std::uint16_t dataset) {
-  for (std::size_t row = 0; row < rows().size(); ++row) {
-    const IptcDatasetDef& def = rows()[row];
-    if (def.resource == resource_iptc && def.record == record && def.dataset == dataset) {
-      return static_cast<std::uint16_t>(row);
-    }
-  }
-  return 0;
+  constexpr std::span<const IptcDatasetDef> candidates = numbered_rows();
+  const std::uint32_t number = std::uint32_t{record} << 16 | dataset;
+  const auto found = std::ranges::lower_bound(candidates, number, {}, number_of);
+  return found != candidates.end() && number_of(*found) == number
+             ? static_cast<std::uint16_t>(&*found - rows().data())
+             : std::uint16_t{0};
 }
 
 std::uint16_t find_resource(std::uint16_t resource) {

@@ -65,7 +65,8 @@ FieldEntry make_element(const FieldEntry& array, std::uint32_t row, DataType typ
 
 bool append_element(FieldEntry& element, ImageFile& image) {
   element.index = static_cast<std::uint16_t>(image.field_count);
-  std::copy_n(element.text.begin(), element.raw.size(), element.raw.begin());
+  const std::string_view text = element.text.view();
+  std::copy_n(text.begin(), std::min(text.size(), element.raw.size()), element.raw.begin());
   return append_field(image, element) == ErrorCode::ok;
 }
 
@@ -86,7 +87,7 @@ void append_array_elements(ByteCursor& cursor, const FieldEntry& array, const Ar
     }
     FieldEntry element =
         make_element(array, row, layout.type, cursor_tell(cursor), layout.trace_format);
-    TextBuffer text(element.text);
+    TextBuffer text(element.text.room);
     decode_element({cursor, tag, element.type, 1}, field_table_defs[row], layout,
                    context.image.maker_note_kind, text);
     if (!append_element(element, context.image)) {

@@ -118,7 +118,7 @@ bool append_custom_function(std::uint16_t function, std::uint32_t value_pos,
   }
   FieldEntry element =
       make_element(array, row, DataType::unsigned_byte, value_pos, trace_element_blanks);
-  TextBuffer text(element.text);
+  TextBuffer text(element.text.room);
   decode_map_number(def.value_map, image.maker_note_kind, function & 0xFF, text);
   return append_element(element, image);
 }

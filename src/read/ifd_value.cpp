@@ -74,7 +74,7 @@ void decode_text(IfdChain& chain, StoredEntry& stored, FieldEntry& entry, ReadCo
   const StoredValue value{
       .cursor = stored.value, .tag = stored.tag, .type = stored.type, .count = stored.count};
   const char* const file_name = context.image.file_name.data();
-  TextBuffer text(entry.text);
+  TextBuffer text(entry.text.room);
   if (library_settings.raw_output) {
     decode_basic(value, text);
   } else if (!type_fits(def, DataType{stored.type})) {
@@ -122,7 +122,7 @@ void choose_maker(ImageFile& image, std::string_view model) {
       return;
     }
     if (entry.tag == tag_make && !make) {
-      make = entry.text.data();
+      make = entry.text.view();
     }
   }
   image.maker_note_kind = find_maker(make, model);
@@ -130,7 +130,7 @@ void choose_maker(ImageFile& image, std::string_view model) {
 
 /// What the rest of the read needs to know of a field.
 void note_landmark(ImageFile& image, const FieldEntry& entry) {
-  const std::string_view text = entry.text.data();
+  const std::string_view text = entry.text.view();
   if (entry.tag == tag_model) {
     choose_maker(image, text);
   } else if (entry.tag == jpeg_stream_pair.offsets_tag && may_hold_thumbnail(entry.kind)) {

@@ -4,7 +4,10 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <span>
+#include <string_view>
+#include <type_traits>
 
 #include "dictionary/field_def.h"
 #include "support/error_code.h"
@@ -58,6 +61,28 @@ struct IfdPlace {
   bool display_only = false;     ///< shown but not written: another entry holds its bytes
 };
 
+/// The display text of a field: at most 1999 characters and a NUL; what stands behind it is
+/// nobody's. Entries move often and their texts are short: a copy takes no more than the characters
+/// that there are.
+struct FieldText {
+  std::array<char, 2000> room;
+
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init,hicpp-member-init)
+  constexpr FieldText() {
+    if (std::is_constant_evaluated()) {
+      room.fill('\0');  // the table of the run takes no room in the program file
+    } else {
+      room.front() = '\0';
+    }
+  }
+  FieldText(const FieldText& other) { *this = other; }
+  FieldText& operator=(const FieldText& other) {
+    std::memmove(room.data(), other.room.data(), std::strlen(other.room.data()) + 1);
+    return *this;
+  }
+  [[nodiscard]] std::string_view view() const { return room.data(); }
+};
+
 /// One field of the file.
 struct FieldEntry {
   IfdKind kind = IfdKind::camera;
@@ -75,7 +100,7 @@ struct FieldEntry {
   bool edited = false;                   ///< set by an edit: `raw` or `data` hold the value
   IfdPlace ifd;                          ///< the IFD it belongs to
   std::array<char, 30> name{};           ///< the field's description
-  std::array<char, 2000> text{};         ///< the value as display text
+  FieldText text;                        ///< the value as display text
 };
 
 inline constexpr std::uint32_t field_table_capacity = 200;

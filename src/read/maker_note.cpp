@@ -66,7 +66,7 @@ void report_wrong_prefix(const ByteCursor& cursor, const MakerDef& def) {
   std::array<std::uint8_t, 8> first{};
   const std::span<const std::uint8_t> rest = cursor.rest();
   std::copy_n(rest.begin(), std::min(rest.size(), first.size()), first.begin());
-  print_warning("Warning: %s Maker Note prefix is incorrect.\n", def.make);
+  print_warning("Warning: %s Maker Note prefix is incorrect.\n", def.make.data());
   print_output("buf_p=0x%02x %02x %02x %02x %02x %02x %02x %02x\n", first[0], first[1], first[2],
                first[3], first[4], first[5], first[6], first[7]);
 }
@@ -90,7 +90,7 @@ void set_byte_order(ByteCursor& cursor, MakerByteOrder order) {
 std::uint32_t find_maker(std::optional<std::string_view> make, std::string_view model) {
   for (const MakerDef& def : std::span(maker_table).first(maker_table.size() - 1)) {
     const bool fits =
-        make ? *make == def.make && (*def.model == '\0' || model == def.model) : model == def.model;
+        make ? *make == def.make && (def.model.empty() || model == def.model) : model == def.model;
     if (fits) {
       return def.kind;
     }

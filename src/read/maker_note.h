@@ -29,8 +29,8 @@ struct MakerDef {
   MakerByteOrder byte_order;
   std::uint16_t header_length;          ///< of the prefix, behind which IFD or TIFF header stand
   std::array<std::uint8_t, 12> prefix;  ///< header_length of them count
-  const char* make;
-  const char* model;  ///< empty matches any model
+  std::string_view make;
+  std::string_view model;  ///< empty matches any model
 };
 
 inline constexpr std::uint32_t maker_generic = 0;

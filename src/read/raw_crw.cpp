@@ -130,7 +130,7 @@ FieldEntry make_field(const MetaBlock& block, std::uint32_t row, std::uint32_t m
   copy_text(entry.name, def.description);
   ByteCursor cursor = block.cursor;
   cursor.pos = entry.value_pos;
-  TextBuffer text(entry.text);
+  TextBuffer text(entry.text.room);
   decode_canon_raw({cursor, entry.tag, entry.type, entry.count}, def, maker_note_kind, text);
   return entry;
 }

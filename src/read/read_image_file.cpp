@@ -19,7 +19,7 @@ namespace {
 /// are never touched.
 constinit std::array<std::uint8_t, work_buffer_size> leading_data{};
 
-constexpr std::size_t first_read_length = 0x4000;
+constexpr std::size_t first_read_length = 0x1000;
 static_assert(first_read_length < jpeg_leading_length && jpeg_leading_length < work_buffer_size);
 
 /// The shortest file whose first bytes are looked at.
@@ -44,22 +44,22 @@ ErrorCode read_tiff_data(ReadContext& context, ByteCursor& cursor, FileType type
   return parse_ifd(cursor, first_ifd, root, 0, 0, context);
 }
 
-/// Whether the bytes that a JPEG file begins with hold its whole Exif segment, where the standards
-/// want it: behind APP0, or first of all.
-bool hold_exif_segment(std::span<const std::uint8_t> start) {
+/// How many bytes of a JPEG file hold its Exif segment, when it stands where the standards want it:
+/// behind APP0, or first of all. Told by the bytes that the file begins with; 0 when they do not.
+std::size_t length_with_exif_segment(std::span<const std::uint8_t> start) {
   std::size_t at = first_marker_pos;
   while (at + 4 <= start.size()) {
     const std::uint16_t marker = load_u16(start.subspan(at).first<2>(), true);
     const std::size_t end = at + 2 + load_u16(start.subspan(at + 2).first<2>(), true);
     if (marker == marker_app1 && text_of(start.subspan(at + 4)).starts_with(exif_mark)) {
-      return end <= start.size();
+      return end;
     }
     if (marker != marker_app0) {
-      return false;
+      break;
     }
     at = end;
   }
-  return false;
+  return 0;
 }
 
 /// Reads no more than is needed: most of a JPEG file is image data. Returns the number of bytes
@@ -70,12 +70,12 @@ std::size_t read_leading_data(MFILE& file) {
   if (length < first_read_length) {
     return length;
   }
-  const bool is_jpeg = load_u16(data.first<2>(), true) == marker_soi;
-  if (is_jpeg && hold_exif_segment(data.first(length))) {
-    return length;
+  std::size_t wanted = data.size();
+  if (load_u16(data.first<2>(), true) == marker_soi) {
+    const std::size_t with_exif = length_with_exif_segment(data.first(length));
+    wanted = with_exif != 0 ? with_exif : jpeg_leading_length;
   }
-  const std::size_t wanted = is_jpeg ? jpeg_leading_length : data.size();
-  return length + mfread(data.data() + length, 1, wanted - length, file);
+  return length + mfread(data.data() + length, 1, wanted - std::min(wanted, length), file);
 }
 
 ErrorCode read_open_file(ReadContext& context, MFILE& file) {

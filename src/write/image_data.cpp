@@ -93,7 +93,7 @@ std::uint32_t entry_number(const FieldEntry& entry) {
     case 4:
       return load_u32(raw, entry.ifd.big_endian);
     default:
-      return static_cast<std::uint32_t>(std::strtoull(entry.text.data(), nullptr, 10));
+      return static_cast<std::uint32_t>(std::strtoull(entry.text.room.data(), nullptr, 10));
   }
 }
 

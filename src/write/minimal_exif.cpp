@@ -24,7 +24,7 @@ FieldEntry entry_for(std::uint16_t row, std::string_view text, const ImageFile& 
   entry.ifd.source_base = image.tiff_header_pos;
   entry.ifd.big_endian = image.big_endian;
   copy_text(entry.name, def.description);
-  copy_text(entry.text, text);
+  copy_text(entry.text.room, text);
   return entry;
 }
 

@@ -11,8 +11,8 @@ bool precedes(const FieldEntry& left, const FieldEntry& right) {
 
 }  // namespace
 
-// Insertion sort: an edit leaves one entry out of its place, and entries are two kilobytes each, so
-// the order must be restored with few moves.
+// Insertion sort: an edit leaves one entry out of its place, and entries are large, so the order
+// must be restored with few moves.
 void sort_by_index(ImageFile& image) {
   const std::span<FieldEntry> table = image.table();
   for (std::size_t next = 1; next < table.size(); ++next) {
@@ -21,7 +21,7 @@ void sort_by_index(ImageFile& image) {
     }
     const auto entry = table.begin() + static_cast<std::ptrdiff_t>(next);
     const auto place = std::upper_bound(table.begin(), entry, *entry, precedes);
-    const FieldEntry moved = *entry;  // a plain record: what stands between moves as one block
+    const FieldEntry moved = *entry;
     std::copy_backward(place, entry, entry + 1);
     *place = moved;
   }

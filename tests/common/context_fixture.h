@@ -30,7 +30,7 @@ class ContextTest : public testing::Test {
     std::string lines;
     for (const FieldEntry& entry : image_->table()) {
       lines += std::string(field_table_defs[entry.def].nickname) + " " +
-               std::to_string(entry.type) + " [" + entry.text.data() + "] " +
+               std::to_string(entry.type) + " [" + entry.text.room.data() + "] " +
                std::to_string(entry.value_pos) + "\n";
     }
     return lines;

@@ -93,7 +93,7 @@ TEST_F(RmetaTest, AFullTableEndsTheParsing) {
   image_->field_count = 199;
   read(payload("MM", {record(1, {"a", "b"}), record(2, {"c"})}));
   EXPECT_EQ(image_->field_count, 200U);
-  EXPECT_STREQ(image_->fields[199].text.data(), "a");
+  EXPECT_STREQ(image_->fields[199].text.room.data(), "a");
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ class Template : public testing::Test {
     entry.def = row_of(nickname);
     entry.tag = def.tag;
     entry.kind = def.ifd_kind;
-    copy_text(entry.text, text);
+    copy_text(entry.text.room, text);
   }
 
   /// The expanded text, with " [45]" behind it when no name was met.

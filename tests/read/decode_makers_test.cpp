@@ -95,12 +95,12 @@ TEST_F(DecodeMakersTest, CanonSettingsBecomeFields) {
   EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x01, 3, 30, array, MM, ""}).substr(0, 7), "0 0 0 0");
   ASSERT_EQ(image_->field_count, 22U);
   const FieldEntry& flash = image_->fields[21];
-  EXPECT_STREQ(flash.text.data(), "External Internal FpSyncUsed RearCurtainSync FpSyncEnabled ");
+  EXPECT_EQ(flash.text.view(), "External Internal FpSyncUsed RearCurtainSync FpSyncEnabled ");
   EXPECT_EQ(flash.tag, 0x1D0001U);
   EXPECT_EQ(flash.value_pos, 1058U);
   EXPECT_STREQ(flash.name.data(), "Flash");
   fields_of({0x01, 3, 30, Bytes(60), MM, ""});
-  EXPECT_STREQ(image_->fields[21].text.data(), "None");
+  EXPECT_EQ(image_->fields[21].text.view(), "None");
 
   image_->field_count = 199;
   EXPECT_EQ(shown_of_kind(IfdKind::canon, {0x01, 3, 3, hex("0006 0001 0000"), MM, ""}), "6 1 0");
@@ -174,7 +174,7 @@ TEST_F(DecodeMakersTest, MinoltaElements) {
     EXPECT_EQ(entry.tag, row.place << 16 | 3);
     EXPECT_EQ(entry.type, 4);
     EXPECT_EQ(entry.value_pos, 1000 + (row.place - 1) * 4);
-    EXPECT_STREQ(entry.text.data(), row.expected) << row.place;
+    EXPECT_EQ(entry.text.view(), row.expected) << row.place;
   }
 }
 

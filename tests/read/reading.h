@@ -47,7 +47,7 @@ inline std::vector<std::string> fields_of(const Reading& reading) {
     char place[64];
     std::snprintf(place, sizeof place, "%u/%u/%x %04x ", static_cast<unsigned>(entry.kind),
                   entry.level, entry.seq, entry.tag);
-    fields.push_back(place + std::string(entry.text.data()));
+    fields.push_back(place + std::string(entry.text.view()));
   }
   return fields;
 }
