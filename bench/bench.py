@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Speed, memory and system calls of one build of tagmend: bench.py [--quick] <tagmend> [directory]
 
-Times are ratios to `cp -r` of the same files in the same run: the median of five pairs and more of
-an edit and a copy, each on fresh files, on a memory file system where there is one (or in the directory
+Times are ratios to `cp -r` of the same files in the same run: the median of five rounds and more of
+a copy and the edits, each on fresh files, on a memory file system where there is one (or in the directory
 given). Beside the time that passed stands the ratio of processor time, which other work on the
 machine disturbs less. The photographs are made here: JPEGs with EXIF, a thumbnail, a Photoshop
 segment, and scan data up to the size wanted. exiv2 and exiftool do the same work where they are
@@ -10,6 +10,7 @@ installed. The exit status is 1 when a limit is not held. --quick takes a tenth 
 batches, for a first impression within a minute.
 """
 import argparse
+import functools
 import os
 import platform
 import random
@@ -162,18 +163,21 @@ class Bench:
         shutil.rmtree(self.work)
         return times
 
-    def pairs(self, command, number=PAIRS):
-        """Times of an edit and of a copy, each first in turn."""
-        for pair in range(number):
-            if pair % 2 == 0:
-                copied, edited = self.copied(), self.edited(command)
-            else:
-                edited, copied = self.edited(command), self.copied()
-            yield edited, copied
+    def rounds(self, commands, number=PAIRS):
+        """Times of a copy and of each edit, each first in turn."""
+        takes = [self.copied] + [functools.partial(self.edited, command) for command in commands]
+        for turn in range(number):
+            times = {}
+            for place in range(len(takes)):
+                which = (turn + place) % len(takes)
+                times[which] = takes[which]()
+            yield [times[which] for which in range(len(takes))]
 
-    def ratio(self, command, number=PAIRS):
-        return median([Times(edited.wall / copied.wall, edited.cpu / copied.cpu)
-                       for edited, copied in self.pairs(command, number)])
+    def ratios(self, commands, number=PAIRS):
+        """To the copy, of each edit."""
+        rounds = [[Times(edited.wall / copied.wall, edited.cpu / copied.cpu) for edited in edits]
+                  for copied, *edits in self.rounds(commands, number)]
+        return [median(column) for column in zip(*rounds)]
 
 
 class Table:
@@ -208,20 +212,31 @@ def shown_size(size):
     return f"{size // MB} MB" if size >= MB else f"{size // KB} KB"
 
 
-def compare_batches(program, root, quick):
+def build_helper(directory, name):
+    """A program from a source beside this file. Not in the directory to work in: memory file systems
+    may be mounted such that nothing in them can be run."""
+    source = os.path.join(os.path.dirname(os.path.abspath(__file__)), name + ".cpp")
+    program = os.path.join(directory, name)
+    subprocess.run([os.environ.get("CXX", "c++"), "-O1", "-std=c++20", "-o", program, source], check=True)
+    return program
+
+
+def compare_batches(program, least_edit, root, quick):
     print("\nOne process over many files, to cp -r:\n")
     others = [name for name in ("exiv2", "exiftool") if shutil.which(name)]
-    table = Table("edit", "time", "processor", "limit", "", *others)
+    table = Table("edit", "time", "processor", "limit", "", "least edit", *others)
     for edit in (ARTIST, CAPTION):
-        # Other work touches single pairs; the small batches are over in some hundredths of a second.
-        for count, size, limit, number in ((200, 5 * MB, 1.1, 2 * PAIRS), (300, 130 * KB, 1.25, 5 * PAIRS)):
+        # Other work touches single rounds; the small batches are over in some hundredths of a second.
+        for count, size, limit, number in ((200, 5 * MB, 1.1, 4 * PAIRS), (300, 130 * KB, 1.25, 5 * PAIRS)):
             count = count // 10 if quick else count
             what = f"{edit}, {count} files of {shown_size(size)}"
             with Bench(root, count, size) as bench:
-                ours = bench.ratio([program, *EDITS["tagmend"][edit], *bench.names], number)
-                theirs = [bench.ratio([name, *EDITS[name][edit], *bench.names], 3).wall for name in others]
+                ours, least = bench.ratios([[program, *EDITS["tagmend"][edit], *bench.names],
+                                            [least_edit, *bench.names]], number)
+                theirs = bench.ratios([[name, *EDITS[name][edit], *bench.names] for name in others], 3)
             table.row([what, times_cp(ours.wall), times_cp(ours.cpu), times_cp(limit),
-                       verdict(what, ours.wall, limit), *map(times_cp, theirs)])
+                       verdict(what, ours.wall, limit), times_cp(least.wall),
+                       *(times_cp(their.wall) for their in theirs)])
 
 
 def scale_files(program, root):
@@ -232,9 +247,9 @@ def scale_files(program, root):
         with Bench(root, count, 130 * KB) as bench:
             command = [program, "-a", "artist=J. Doe", "."]
             repeat = PAIRS * max(1, 20 // count)
-            pairs = list(bench.pairs(command, repeat))
-        each[count] = statistics.median(edited.wall for edited, _ in pairs) / count * 1000
-        ratio = statistics.median(edited.wall / copied.wall for edited, copied in pairs)
+            pairs = list(bench.rounds([command], repeat))
+        each[count] = statistics.median(edited.wall for _, edited in pairs) / count * 1000
+        ratio = statistics.median(edited.wall / copied.wall for copied, edited in pairs)
         # Linear: the last file of many costs what one of a hundred does, within the noise.
         linear = verdict("400 files in a directory", each[400], 1.25 * each[100]) if count == 400 else ""
         table.row([str(count), f"{each[count]:.3f}", times_cp(ratio), linear])
@@ -246,9 +261,9 @@ def scale_size(program, root):
     for size in (KB, 10 * KB, 100 * KB, MB, 10 * MB, 50 * MB, 200 * MB):
         with Bench(root, 1, size) as bench:
             repeat = PAIRS if size >= 10 * MB else 10 * PAIRS
-            pairs = list(bench.pairs([program, *EDITS["tagmend"][ARTIST], *bench.names], repeat))
-        took = statistics.median(edited.wall for edited, _ in pairs)
-        ratio = statistics.median(edited.wall / copied.wall for edited, copied in pairs)
+            pairs = list(bench.rounds([[program, *EDITS["tagmend"][ARTIST], *bench.names]], repeat))
+        took = statistics.median(edited.wall for _, edited in pairs)
+        ratio = statistics.median(edited.wall / copied.wall for copied, edited in pairs)
         table.row([shown_size(size), f"{took * 1000:.2f}", times_cp(ratio), f"{size / MB / took:.0f}",
                    verdict(f"one file of {shown_size(size)}", ratio, 1.5)])
 
@@ -265,17 +280,12 @@ def start_up(program, root, runs=200):
     return statistics.median(ratios)
 
 
-def peak_memory(program, root, size):
+def peak_memory(program, helper, root, size):
     """Peak resident memory of one edit in KiB."""
     work = os.path.join(root, "work")
-    source = os.path.join(os.path.dirname(os.path.abspath(__file__)), "peak_memory.cpp")
     make_files(work, 1, size)
-    # Not in `root`: memory file systems may be mounted such that nothing in them can be run.
-    with tempfile.TemporaryDirectory() as directory:
-        helper = os.path.join(directory, "peak_memory")
-        subprocess.run([os.environ.get("CXX", "c++"), "-O1", "-o", helper, source], check=True)
-        done = subprocess.run([helper, program, *EDITS["tagmend"][ARTIST], "0000.jpg"], cwd=work,
-                              check=True, stdout=subprocess.PIPE)
+    done = subprocess.run([helper, program, *EDITS["tagmend"][ARTIST], "0000.jpg"], cwd=work,
+                          check=True, stdout=subprocess.PIPE)
     shutil.rmtree(work)
     return int(done.stdout)
 
@@ -293,7 +303,7 @@ def system_calls(program, root, count):
     return int(total.group(1)) if total else None
 
 
-def measure_frugality(program, root):
+def measure_frugality(program, peak_helper, root):
     print("\nOne run:\n")
     table = Table("", "measured", "limit", "")
 
@@ -305,7 +315,7 @@ def measure_frugality(program, root):
 
     row("start: a file of 3 KB, to /bin/true", start_up(program, root), 2, "{:.2f} x")
     for name, size in (("3 KB", 3 * KB), ("5 MB", 5 * MB), ("200 MB", 200 * MB)):
-        row(f"peak memory on a file of {name}", peak_memory(program, root, size), 4096, "{} KiB")
+        row(f"peak memory on a file of {name}", peak_memory(program, peak_helper, root, size), 4096, "{} KiB")
     first, further = system_calls(program, root, 1), system_calls(program, root, 11)
     row("system calls for one file", first, 100, "{:.0f}")
     row("system calls for each further file", further and (further - first) / 10, 40, "{:.1f}")
@@ -341,11 +351,12 @@ def main():
     program = arguments.program
     root = tempfile.mkdtemp(prefix="tagmend-bench-", dir=arguments.directory)
     try:
-        describe_machine(root)
-        compare_batches(program, root, arguments.quick)
-        scale_files(program, root)
-        scale_size(program, root)
-        measure_frugality(program, root)
+        with tempfile.TemporaryDirectory() as helpers:
+            describe_machine(root)
+            compare_batches(program, build_helper(helpers, "least_edit"), root, arguments.quick)
+            scale_files(program, root)
+            scale_size(program, root)
+            measure_frugality(program, build_helper(helpers, "peak_memory"), root)
     finally:
         shutil.rmtree(root, ignore_errors=True)
     for what in over:

@@ -10,6 +10,14 @@ set(CMAKE_POSITION_INDEPENDENT_CODE OFF)
 target_compile_options(tagmend_options INTERFACE -fno-pie)
 target_link_options(tagmend_options INTERFACE -no-pie)
 
+# What users get is optimised across the files, which hold many small functions. With tests it would
+# take long, a dozen programs being linked, and hide from them what the object files hold.
+if(NOT TAGMEND_TESTS)
+  include(CheckIPOSupported)
+  check_ipo_supported(RESULT TAGMEND_LINK_TIME_OPTIMIZATION LANGUAGES CXX OUTPUT unsupported_because)
+  set(CMAKE_INTERPROCEDURAL_OPTIMIZATION_RELEASE ${TAGMEND_LINK_TIME_OPTIMIZATION})
+endif()
+
 if(TAGMEND_FUZZ)
   target_compile_options(tagmend_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
