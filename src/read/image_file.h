@@ -75,6 +75,7 @@ struct FieldText {
       room.front() = '\0';
     }
   }
+  ~FieldText() = default;
   FieldText(const FieldText& other) { *this = other; }
   FieldText& operator=(const FieldText& other) {
     std::memmove(room.data(), other.room.data(), std::strlen(other.room.data()) + 1);
