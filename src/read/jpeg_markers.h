@@ -28,8 +28,8 @@ constexpr bool is_frame_header(std::uint16_t marker) {
          marker != 0xFFCC;
 }
 
-/// Bytes that are read of a JPEG file before its Exif segment is known: APP0 and an Exif segment of
-/// any length lie in them where they stand as the standards want it.
+/// Bytes that are read of a JPEG file whose Exif segment is not found at once: APP0 and an Exif
+/// segment of any length lie in them where they stand as the standards want it.
 inline constexpr std::size_t jpeg_leading_length = 0x12000;
 
 /// File offset of the first marker, behind the start-of-image marker.

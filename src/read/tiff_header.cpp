@@ -23,8 +23,8 @@ std::int64_t buffer_end_pos(const ByteCursor& cursor) {
 }
 
 /// Stands the cursor on a file offset with at least `length` bytes behind it, where the file has
-/// them. A buffer shorter than any first read holds all that the file has; otherwise what lies
-/// outside is read into it again.
+/// them. A buffer shorter than jpeg_leading_length holds the whole Exif segment, or all that the
+/// file has; otherwise what lies outside is read into it again.
 ErrorCode move_to_file_pos(ByteCursor& cursor, std::uint32_t file_pos, std::uint64_t length) {
   const std::int64_t in_buffer = std::int64_t{file_pos} - cursor.buf_file_pos;
   const bool whole =

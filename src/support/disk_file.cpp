@@ -193,8 +193,10 @@ std::size_t disk_read(DiskFile& file, std::span<std::uint8_t> destination) {
   } else {
     got = transfer_in(file, rest, rest.size(), file.position);
     file.position += static_cast<std::int64_t>(got);
-    file.window_start = file.position;
-    file.window_length = 0;
+    if (file.sequential) {  // what was passed over is gone
+      file.window_start = file.position;
+      file.window_length = 0;
+    }
   }
   return held + got;
 }
