@@ -24,7 +24,7 @@ import tempfile
 import time
 from collections import namedtuple
 
-PAIRS = 5
+ROUNDS = 5
 KB, MB = 1 << 10, 1 << 20
 
 ARTIST = "artist"
@@ -163,7 +163,7 @@ class Bench:
         shutil.rmtree(self.work)
         return times
 
-    def rounds(self, commands, number=PAIRS):
+    def rounds(self, commands, number=ROUNDS):
         """Times of a copy and of each edit, each first in turn."""
         takes = [self.copied] + [functools.partial(self.edited, command) for command in commands]
         for turn in range(number):
@@ -173,7 +173,7 @@ class Bench:
                 times[which] = takes[which]()
             yield [times[which] for which in range(len(takes))]
 
-    def ratios(self, commands, number=PAIRS):
+    def ratios(self, commands, number=ROUNDS):
         """To the copy, of each edit."""
         rounds = [[Times(edited.wall / copied.wall, edited.cpu / copied.cpu) for edited in edits]
                   for copied, *edits in self.rounds(commands, number)]
@@ -227,7 +227,7 @@ def compare_batches(program, least_edit, root, quick):
     table = Table("edit", "time", "processor", "limit", "", "least edit", *others)
     for edit in (ARTIST, CAPTION):
         # Other work touches single rounds; the small batches are over in some hundredths of a second.
-        for count, size, limit, number in ((200, 5 * MB, 1.1, 4 * PAIRS), (300, 130 * KB, 1.25, 5 * PAIRS)):
+        for count, size, limit, number in ((200, 5 * MB, 1.1, 4 * ROUNDS), (300, 130 * KB, 1.25, 5 * ROUNDS)):
             count = count // 10 if quick else count
             what = f"{edit}, {count} files of {shown_size(size)}"
             with Bench(root, count, size) as bench:
@@ -246,10 +246,10 @@ def scale_files(program, root):
     for count in (1, 4, 20, 100, 400):
         with Bench(root, count, 130 * KB) as bench:
             command = [program, "-a", "artist=J. Doe", "."]
-            repeat = PAIRS * max(1, 20 // count)
-            pairs = list(bench.rounds([command], repeat))
-        each[count] = statistics.median(edited.wall for _, edited in pairs) / count * 1000
-        ratio = statistics.median(edited.wall / copied.wall for copied, edited in pairs)
+            repeat = ROUNDS * max(1, 20 // count)
+            rounds = list(bench.rounds([command], repeat))
+        each[count] = statistics.median(edited.wall for _, edited in rounds) / count * 1000
+        ratio = statistics.median(edited.wall / copied.wall for copied, edited in rounds)
         # Linear: the last file of many costs what one of a hundred does, within the noise.
         linear = verdict("400 files in a directory", each[400], 1.25 * each[100]) if count == 400 else ""
         table.row([str(count), f"{each[count]:.3f}", times_cp(ratio), linear])
@@ -260,10 +260,10 @@ def scale_size(program, root):
     table = Table("size", "ms", "to cp -r", "MB a second", "")
     for size in (KB, 10 * KB, 100 * KB, MB, 10 * MB, 50 * MB, 200 * MB):
         with Bench(root, 1, size) as bench:
-            repeat = PAIRS if size >= 10 * MB else 10 * PAIRS
-            pairs = list(bench.rounds([[program, *EDITS["tagmend"][ARTIST], *bench.names]], repeat))
-        took = statistics.median(edited.wall for _, edited in pairs)
-        ratio = statistics.median(edited.wall / copied.wall for copied, edited in pairs)
+            repeat = ROUNDS if size >= 10 * MB else 10 * ROUNDS
+            rounds = list(bench.rounds([[program, *EDITS["tagmend"][ARTIST], *bench.names]], repeat))
+        took = statistics.median(edited.wall for _, edited in rounds)
+        ratio = statistics.median(edited.wall / copied.wall for copied, edited in rounds)
         table.row([shown_size(size), f"{took * 1000:.2f}", times_cp(ratio), f"{size / MB / took:.0f}",
                    verdict(f"one file of {shown_size(size)}", ratio, 1.5)])
 
@@ -271,7 +271,7 @@ def scale_size(program, root):
 def start_up(program, root, runs=200):
     """One process a file on a 3 KB photograph, against a process that does nothing."""
     work, ratios = os.path.join(root, "work"), []
-    for _ in range(PAIRS):
+    for _ in range(ROUNDS):
         make_files(work, runs, 3 * KB)
         edited = [run([program, *EDITS["tagmend"][ARTIST], name], work) for name in names_of(runs)]
         nothing = [run(["/bin/true"], root) for _ in range(runs)]

@@ -1,6 +1,6 @@
 // The least that an edit can be: puts a comment of 28 bytes at the start of each JPEG file named,
-// with the system calls that keep a photograph safe, and looks at nothing. What it takes more than
-// a copy no editor that writes a new file can save.
+// with the main system calls that keep a photograph safe, and looks at nothing. A yardstick for how
+// much of what an edit takes more than a copy lies in those calls.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
