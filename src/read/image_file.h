@@ -65,7 +65,7 @@ struct IfdPlace {
 /// nobody's. Entries move often and their texts are short: a copy takes no more than the characters
 /// that there are.
 struct FieldText {
-  std::array<char, 2000> room;
+  std::array<char, 2000> room;  ///< always holds a NUL: written through copy_text or a TextBuffer
 
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init,hicpp-member-init)
   constexpr FieldText() {

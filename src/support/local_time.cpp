@@ -18,8 +18,8 @@ void put_digits(std::span<char> place, int number) {
 
 }  // namespace
 
-// Every file has two times that few edits ask for: printf would take longer for them than the
-// system takes to tell them.
+// Every file has two times that few edits ask for: with printf they took a twelfth of the
+// instructions of a small edit.
 LocalTimeText format_local_time(std::time_t time) {
   std::tm local{};
   if (localtime_r(&time, &local) == nullptr) {
