@@ -246,7 +246,7 @@ def scale_files(program, root):
     for count in (1, 4, 20, 100, 400):
         with Bench(root, count, 130 * KB) as bench:
             command = [program, "-a", "artist=J. Doe", "."]
-            repeat = ROUNDS * max(1, 20 // count)
+            repeat = ROUNDS * max(4, 20 // count)
             rounds = list(bench.rounds([command], repeat))
         each[count] = statistics.median(edited.wall for _, edited in rounds) / count * 1000
         ratio = statistics.median(edited.wall / copied.wall for copied, edited in rounds)

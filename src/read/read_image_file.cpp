@@ -22,6 +22,10 @@ constinit std::array<std::uint8_t, work_buffer_size> leading_data{};
 constexpr std::size_t first_read_length = 0x1000;
 static_assert(first_read_length < jpeg_leading_length && jpeg_leading_length < work_buffer_size);
 
+/// A segment's marker and the most that its length field counts.
+constexpr std::size_t longest_segment = 2 + 0xFFFF;
+static_assert(first_read_length + longest_segment <= work_buffer_size);
+
 /// The shortest file whose first bytes are looked at.
 constexpr std::size_t min_file_length = 6;
 
@@ -45,7 +49,8 @@ ErrorCode read_tiff_data(ReadContext& context, ByteCursor& cursor, FileType type
 }
 
 /// How many bytes of a JPEG file hold its Exif segment, when it stands where the standards want it:
-/// behind APP0, or first of all. Told by the bytes that the file begins with; 0 when they do not.
+/// behind APP0, or first of all. Told by the bytes that the file begins with; 0 when they do not. The
+/// segment ends within `longest_segment` of those bytes.
 std::size_t length_with_exif_segment(std::span<const std::uint8_t> start) {
   std::size_t at = first_marker_pos;
   while (at + 4 <= start.size()) {
