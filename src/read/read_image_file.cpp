@@ -49,8 +49,8 @@ ErrorCode read_tiff_data(ReadContext& context, ByteCursor& cursor, FileType type
 }
 
 /// How many bytes of a JPEG file hold its Exif segment, when it stands where the standards want it:
-/// behind APP0, or first of all. Told by the bytes that the file begins with; 0 when they do not. The
-/// segment ends within `longest_segment` of those bytes.
+/// behind APP0, or first of all. Told by the bytes that the file begins with; 0 when they do not.
+/// The segment ends within `longest_segment` of those bytes.
 std::size_t length_with_exif_segment(std::span<const std::uint8_t> start) {
   std::size_t at = first_marker_pos;
   while (at + 4 <= start.size()) {
