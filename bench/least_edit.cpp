@@ -1,6 +1,7 @@
-// The least that an edit can be: puts a comment of 28 bytes at the start of each JPEG file named,
+// The least that an edit can be: puts a comment of 22 bytes at the start of each JPEG file named,
 // with the main system calls that keep a photograph safe, and looks at nothing. A yardstick for how
-// much of what an edit takes more than a copy lies in those calls.
+// much of what an edit takes more than a copy lies in those calls. 22 bytes are what the artist of
+// the batches adds: how far the image data moves decides how well its copy is aligned.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -17,9 +18,9 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr const char* temp_name = "least_edit.tmp";
-constexpr std::string_view start = "\xFF\xD8\xFF\xFE\0\x1AJ. Doe, nothing but him."sv;
+constexpr std::string_view start = "\xFF\xD8\xFF\xFE\0\x14J. Doe and only he"sv;
 constexpr loff_t old_start_length = 2;
-static_assert(start.size() == old_start_length + 28);
+static_assert(start.size() == old_start_length + 22);
 
 void require(bool done, const char* name) {
   if (!done) {
