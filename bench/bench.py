@@ -239,7 +239,7 @@ def compare_batches(program, least_edit, root, quick):
     table = Table("edit", "cp, ms a file", "time", "processor", "limit", "", "least edit", *others)
     for edit in (ARTIST, CAPTION):
         # Other work touches single rounds; the small batches are over in some hundredths of a second.
-        for count, size, limit, number in ((200, 5 * MB, 1.1, 4 * ROUNDS), (300, 130 * KB, 1.25, 5 * ROUNDS)):
+        for count, size, limit, number in ((200, 5 * MB, 1.1, 4 * ROUNDS), (300, 130 * KB, 1.25, 10 * ROUNDS)):
             count = count // 10 if quick else count
             what = f"{edit}, {count} files of {shown_size(size)}"
             with Bench(root, count, size) as bench:
