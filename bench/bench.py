@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Speed, memory and system calls of one build of tagmend: bench.py [--quick] <tagmend> [directory]
 
-Times are ratios to `cp -r` of the same files in the same run: the median of five rounds and more of
+Times are ratios to `cp -r` of the same files in the same run: the median of 15 rounds and more of
 a copy and the edits, each on fresh files, on a memory file system where there is one (or in the directory
 given). Beside the time that passed stands the ratio of processor time, which other work on the
 machine disturbs less. The photographs are made here: JPEGs with EXIF, a thumbnail, a Photoshop
