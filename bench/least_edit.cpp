@@ -1,7 +1,7 @@
 // The least that an edit can be: puts a comment of 22 bytes at the start of each JPEG file named,
 // with the main system calls that keep a photograph safe, and looks at nothing. A yardstick for how
 // much of what an edit takes more than a copy lies in those calls. 22 bytes are what the artist of
-// the batches adds: how far the image data moves decides how well its copy is aligned.
+// the batches adds: the image data is to be moved as far, so that its copy is aligned alike.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
