@@ -11,6 +11,7 @@ batches, for a first impression within a minute.
 """
 import argparse
 import functools
+import itertools
 import os
 import platform
 import random
@@ -25,6 +26,8 @@ import time
 from collections import namedtuple
 
 ROUNDS = 5
+# Times its shortest that `cp` may take in a round that counts.
+PATIENCE = 1.25
 KB, MB = 1 << 10, 1 << 20
 
 ARTIST = "artist"
@@ -135,10 +138,11 @@ def median(samples):
 class Bench:
     """Fresh copies of one set of photographs, as often as they are wanted.
 
-    Copies are removed only right before others take their place. Memory that lies free for a while may
-    go back to the host of a virtual machine, and to get it again takes several times as long as to copy
-    into it, which would be held against `cp` alone: it needs new pages for every file, an edit gives
-    back as many as it takes. Rounds in which `cp` still had to wait for memory do not count.
+    Memory that lies free for some seconds may go back to the host of a virtual machine, and to get it
+    again takes several times as long as to copy into it. That would be held against `cp` alone: it needs
+    new pages for every file, an edit gives back as many as it takes. So old copies are removed only right
+    before the next are made, `cp` takes the memory of another copy that was made before it, and rounds
+    in which it had to wait for memory all the same do not count.
     """
 
     def __init__(self, root, count, size):
@@ -171,25 +175,32 @@ class Bench:
         # Of fresh files too: pages that were read before are cheaper to read once more.
         self.renew_work()
         shutil.rmtree(self.copy)
+        shutil.copytree(self.source, self.copy)
+        shutil.rmtree(self.copy)
         return run(["cp", "-r", self.work, self.copy], self.root)
 
-    def rounds(self, commands, number=ROUNDS):
-        """Times of a copy and of each edit, each first in turn."""
+    def rounds(self, commands):
+        """Times of a copy and of each edit, each first in turn, for as long as they are wanted."""
         takes = [self.copied] + [functools.partial(self.edited, command) for command in commands]
-        for turn in range(number):
+        for turn in itertools.count():
             times = {}
             for place in range(len(takes)):
                 which = (turn + place) % len(takes)
                 times[which] = takes[which]()
             yield [times[which] for which in range(len(takes))]
 
-    def ratios(self, commands, number=ROUNDS):
-        """Times of the copy, and those of each edit divided by it."""
-        rounds = list(self.rounds(commands, number))
-        patience = 1.5 * min(copied.wall for copied, *_ in rounds)
+    def ratios(self, commands, number):
+        """How many rounds count, of how many; times of the copy, and those of each edit divided by it."""
+        rounds, counted = [], []
+        for times in self.rounds(commands):
+            rounds.append(times)
+            patience = PATIENCE * min(copied.wall for copied, *_ in rounds)
+            counted = [times for times in rounds if times[0].wall <= patience]
+            if len(counted) == number or len(rounds) == 4 * number:
+                break
         ratios = [[copied] + [Times(edited.wall / copied.wall, edited.cpu / copied.cpu) for edited in edits]
-                  for copied, *edits in rounds if copied.wall <= patience]
-        return [median(column) for column in zip(*ratios)]
+                  for copied, *edits in counted]
+        return (len(counted), len(rounds)), [median(column) for column in zip(*ratios)]
 
 
 class Table:
@@ -236,19 +247,21 @@ def build_helper(directory, name):
 def compare_batches(program, least_edit, root, quick):
     print("\nOne process over many files, to cp -r:\n")
     others = [name for name in ("exiv2", "exiftool") if shutil.which(name)]
-    table = Table("edit", "cp, ms a file", "time", "processor", "limit", "", "least edit", *others)
+    table = Table("edit", "rounds", "cp, ms a file", "time", "processor", "limit", "", "least edit", *others)
     for edit in (ARTIST, CAPTION):
         # Other work touches single rounds; the small batches are over in some hundredths of a second.
         for count, size, limit, number in ((200, 5 * MB, 1.1, 4 * ROUNDS), (300, 130 * KB, 1.25, 10 * ROUNDS)):
             count = count // 10 if quick else count
             what = f"{edit}, {count} files of {shown_size(size)}"
             with Bench(root, count, size) as bench:
-                copied, ours, least = bench.ratios([[program, *EDITS["tagmend"][edit], *bench.names],
-                                                    [least_edit, *bench.names]], number)
-                _, *theirs = bench.ratios([[name, *EDITS[name][edit], *bench.names] for name in others], 3)
-            table.row([what, f"{copied.wall / count * 1000:.3f}", times_cp(ours.wall), times_cp(ours.cpu),
-                       times_cp(limit), verdict(what, ours.wall, limit), times_cp(least.wall),
-                       *(times_cp(their.wall) for their in theirs)])
+                (counted, took), (copied, ours, least) = bench.ratios(
+                    [[program, *EDITS["tagmend"][edit], *bench.names], [least_edit, *bench.names]], number)
+                _, (_, *theirs) = bench.ratios([[name, *EDITS[name][edit], *bench.names] for name in others], 3)
+            if counted < number:
+                over.append(f"{what}: too few rounds in which cp was steady")
+            table.row([what, f"{counted} of {took}", f"{copied.wall / count * 1000:.3f}", times_cp(ours.wall),
+                       times_cp(ours.cpu), times_cp(limit), verdict(what, ours.wall, limit),
+                       times_cp(least.wall), *(times_cp(their.wall) for their in theirs)])
 
 
 def scale_files(program, root):
@@ -259,7 +272,7 @@ def scale_files(program, root):
         with Bench(root, count, 130 * KB) as bench:
             command = [program, "-a", "artist=J. Doe", "."]
             repeat = ROUNDS * max(4, 20 // count)
-            rounds = list(bench.rounds([command], repeat))
+            rounds = list(itertools.islice(bench.rounds([command]), repeat))
         each[count] = statistics.median(edited.wall for _, edited in rounds) / count * 1000
         ratio = statistics.median(edited.wall / copied.wall for copied, edited in rounds)
         # Linear: the last file of many costs what one of a hundred does, within the noise.
@@ -273,7 +286,8 @@ def scale_size(program, root):
     for size in (KB, 10 * KB, 100 * KB, MB, 10 * MB, 50 * MB, 200 * MB):
         with Bench(root, 1, size) as bench:
             repeat = 3 * ROUNDS if size >= 50 * MB else 10 * ROUNDS
-            rounds = list(bench.rounds([[program, *EDITS["tagmend"][ARTIST], *bench.names]], repeat))
+            edits = bench.rounds([[program, *EDITS["tagmend"][ARTIST], *bench.names]])
+            rounds = list(itertools.islice(edits, repeat))
         took = statistics.median(edited.wall for _, edited in rounds)
         ratio = statistics.median(edited.wall / copied.wall for copied, edited in rounds)
         table.row([shown_size(size), f"{took * 1000:.2f}", times_cp(ratio), f"{size / MB / took:.0f}",
@@ -361,6 +375,8 @@ def main():
     parser.add_argument("directory", nargs="?", default=default_parent(), help="where to work")
     arguments = parser.parse_args()
     program = arguments.program
+    # One processor for all: a move to another costs time, and finds other memory free.
+    os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
     root = tempfile.mkdtemp(prefix="tagmend-bench-", dir=arguments.directory)
     try:
         with tempfile.TemporaryDirectory() as helpers:
