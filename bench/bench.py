@@ -195,7 +195,7 @@ class Bench:
         for times in self.rounds(commands):
             rounds.append(times)
             patience = PATIENCE * min(copied.wall for copied, *_ in rounds)
-            counted = [times for times in rounds if times[0].wall <= patience]
+            counted = [kept for kept in rounds if kept[0].wall <= patience]
             if len(counted) == number or len(rounds) == 4 * number:
                 break
         ratios = [[copied] + [Times(edited.wall / copied.wall, edited.cpu / copied.cpu) for edited in edits]
@@ -375,7 +375,7 @@ def main():
     parser.add_argument("directory", nargs="?", default=default_parent(), help="where to work")
     arguments = parser.parse_args()
     program = arguments.program
-    # One processor for all: a move to another costs time, and finds other memory free.
+    # One processor for all: on two, `cp` had to wait for memory in most rounds, whatever was copied before.
     os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
     root = tempfile.mkdtemp(prefix="tagmend-bench-", dir=arguments.directory)
     try:
